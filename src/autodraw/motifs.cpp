@@ -1,0 +1,8 @@
+#include "autodraw/motifs.h"
+
+void startMotif() {}
+bool stepMotif()
+{
+    return {};
+}
+void clearMotif() {}

@@ -1,0 +1,13 @@
+#pragma once
+// Scenes that are bolder than sketches and recognisable. Drawn a step at a time like them.
+#include "marks/primitives.h"
+
+inline bool motifActive = false;
+
+void startMotif();
+
+// Draws the next step; true on every step, false if no motif is open.
+bool stepMotif();
+
+// Forgets an open motif.
+void clearMotif();

@@ -1,0 +1,8 @@
+#include "autodraw/sketches.h"
+
+void startSketch() {}
+bool stepSketch()
+{
+    return {};
+}
+void clearSketch() {}

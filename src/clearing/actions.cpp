@@ -1,0 +1,3 @@
+#include "clearing/actions.h"
+
+void startAction(int) {}

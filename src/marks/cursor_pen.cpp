@@ -1,0 +1,3 @@
+#include "marks/cursor_pen.h"
+
+void penKey(uint32_t) {}

@@ -1,0 +1,71 @@
+#include "marks/gdi_plus.h"
+
+GraphicsScope::GraphicsScope(HDC dc)
+{
+    note(GdipCreateFromHDC(dc, &graphics));
+    note(GdipSetSmoothingMode(graphics, SmoothingModeAntiAlias));
+}
+
+OwnedBrush solidBrush(uint32_t argb)
+{
+    GpSolidFill *brush = nullptr;
+    GdipCreateSolidFill(argb, &brush);
+    return OwnedBrush(brush);
+}
+
+OwnedPen plainPen(uint32_t argb, float width)
+{
+    GpPen *pen = nullptr;
+    GdipCreatePen1(argb, width, UnitWorld, &pen);
+    return OwnedPen(pen);
+}
+
+OwnedPen joinedPen(uint32_t argb, float width)
+{
+    OwnedPen pen = plainPen(argb, width);
+    GdipSetPenLineJoin(pen.get(), LineJoinRound);
+    return pen;
+}
+
+OwnedPen cappedPen(uint32_t argb, float width)
+{
+    OwnedPen pen = plainPen(argb, width);
+    GdipSetPenStartCap(pen.get(), LineCapRound);
+    GdipSetPenEndCap(pen.get(), LineCapRound);
+    return pen;
+}
+
+OwnedPen strokePen(uint32_t argb, float width)
+{
+    OwnedPen pen = cappedPen(argb, width);
+    GdipSetPenLineJoin(pen.get(), LineJoinRound);
+    return pen;
+}
+
+OwnedPen dashCappedPen(uint32_t argb, float width)
+{
+    OwnedPen pen = plainPen(argb, width);
+    GdipSetPenLineCap197819(pen.get(), LineCapRound, LineCapRound, DashCapRound);
+    return pen;
+}
+
+OwnedPath newPath()
+{
+    GpPath *path = nullptr;
+    GdipCreatePath(FillModeAlternate, &path);
+    return OwnedPath(path);
+}
+
+void paintEllipse(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left,
+                  float top, float width, float height)
+{
+    scope.note(GdipFillEllipse(scope.graphics, fill.get(), left, top, width, height));
+    scope.note(GdipDrawEllipse(scope.graphics, outline.get(), left, top, width, height));
+}
+
+void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left, float top,
+               float width, float height)
+{
+    scope.note(GdipFillRectangle(scope.graphics, fill.get(), left, top, width, height));
+    scope.note(GdipDrawRectangle(scope.graphics, outline.get(), left, top, width, height));
+}

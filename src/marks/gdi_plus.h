@@ -1,0 +1,56 @@
+#pragma once
+// Owners of GDI+ objects, and nothing more: drawing calls the flat functions, so that the order of
+// painting can be read. A call that fails leaves a null, which later calls take and fail on quietly.
+#include <memory>
+
+#include "marks/random.h"
+#include "shell/surfaces.h"
+#include "shell/windows_api.h"
+
+template <auto freeIt> struct FreedBy {
+    template <class T> void operator()(T *object) const { freeIt(object); }
+};
+using OwnedBrush = std::unique_ptr<GpSolidFill, FreedBy<GdipDeleteBrush>>;
+using OwnedPen = std::unique_ptr<GpPen, FreedBy<GdipDeletePen>>;
+using OwnedPath = std::unique_ptr<GpPath, FreedBy<GdipDeletePath>>;
+
+// An anti-aliased Graphics for one mark on one surface, gone at the mark's end. Coordinates are
+// surface-local.
+struct GraphicsScope {
+    GpGraphics *graphics = nullptr;
+    GpStatus lastStatus = Ok;  // the last one that was not Ok; kept and never acted upon
+
+    explicit GraphicsScope(HDC dc);
+    explicit GraphicsScope(const MonitorSurface &surface) : GraphicsScope(surface.canvasDC) {}
+    ~GraphicsScope() { GdipDeleteGraphics(graphics); }
+    GraphicsScope(const GraphicsScope &) = delete;
+    GraphicsScope &operator=(const GraphicsScope &) = delete;
+
+    void note(GpStatus status)
+    {
+        if (status != Ok) lastStatus = status;
+    }
+};
+
+OwnedBrush solidBrush(uint32_t argb);
+inline OwnedBrush solidBrush(MarkColor color, int alpha)
+{
+    return solidBrush(toArgb(color, alpha));
+}
+
+// Pens; widths are world units, which are pixels here. plainPen has flat ends; cappedPen has round ends;
+// strokePen has round ends and joins; dashCappedPen has round ends and dashes and keeps its join.
+OwnedPen plainPen(uint32_t argb, float width);
+OwnedPen joinedPen(uint32_t argb, float width);  // flat ends, round joins
+OwnedPen cappedPen(uint32_t argb, float width);
+OwnedPen strokePen(uint32_t argb, float width);
+OwnedPen dashCappedPen(uint32_t argb, float width);
+
+// An empty path in alternate fill mode.
+OwnedPath newPath();
+
+// Fill, then outline.
+void paintEllipse(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left,
+                  float top, float width, float height);
+void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left, float top,
+               float width, float height);

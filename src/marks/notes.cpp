@@ -1,0 +1,3 @@
+#include "marks/notes.h"
+
+void drawMusicNote(POINT, int, MarkColor, int) {}

@@ -1,0 +1,51 @@
+#pragma once
+// Points and shapes. Points between functions are virtual-screen points; shapes are drawn in
+// surface-local coordinates. The shapes draw and do not invalidate: their callers know how far they reach.
+#include "marks/gdi_plus.h"
+
+// A random place on the surface, at least margin (raised to 24) pixels from its edges; its middle,
+// without a draw, where that leaves no room.
+POINT randomPointOn(const MonitorSurface &surface, int margin);
+
+// The same on the launch monitor; anywhere on the virtual screen without surfaces.
+POINT randomPointOnLaunch(int margin);
+
+// Replaces a point that is not at least margin (raised to 24) pixels inside the launch surface by a
+// random one that is: the point jumps, it is not clamped.
+void keepInside(POINT &point, int margin);
+
+void clampToVirtualScreen(POINT &point);
+
+// The middle of a rectangle, truncated; rectangles may lie at negative coordinates.
+POINT middleOf(const RECT &rect);
+
+// The middle of the launch surface; without surfaces, of the virtual screen.
+POINT launchMiddle();
+
+void drawStarShape(GraphicsScope &scope, POINT centre, int outerRadius, int innerRadius, int vertexCount,
+                   MarkColor color, float penWidth);
+void drawHeartShape(GraphicsScope &scope, POINT centre, int size, MarkColor color, float widthScale,
+                    float heightScale, float notch, float penWidth);
+void drawCloudShape(GraphicsScope &scope, POINT centre, int size, MarkColor color);
+void drawFlowerShape(GraphicsScope &scope, POINT centre, int size, MarkColor color);
+
+// These take a virtual-screen point, draw their proportions and open a scope of their own.
+void starOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
+void heartOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
+void diamondOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
+
+// A virtual-screen point in the surface's own coordinates.
+inline POINT toLocal(const MonitorSurface &surface, POINT point)
+{
+    return {point.x - surface.rect.left, point.y - surface.rect.top};
+}
+
+// Whether a local point lies on the surface grown by margin, its far edges included.
+inline bool inReach(const MonitorSurface &surface, POINT local, int margin)
+{
+    return local.x >= -margin && local.y >= -margin && local.x <= surface.width + margin &&
+           local.y <= surface.height + margin;
+}
+
+// The first surface that holds the point with 8 pixels to spare, far edges excluded; null if none does.
+MonitorSurface *surfaceHolding(POINT point);

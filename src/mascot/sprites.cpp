@@ -1,0 +1,4 @@
+#include "mascot/sprites.h"
+
+void buildSprites() {}
+void freeSprites() {}

@@ -1,0 +1,29 @@
+#pragma once
+// The sparks' pictures, made once: blitting them is far cheaper than drawing up to 520 shapes.
+#include <array>
+
+#include "marks/random.h"
+#include "shell/windows_api.h"
+
+struct Sprite {
+    HBITMAP bitmap = nullptr;  // 32-bit, premultiplied alpha; null if it could not be made
+    int size = 0;              // pixels, square
+};
+inline constexpr int showColors = 8;
+inline std::array<Sprite, showColors> glowSprites, starSprites, heartSprites;
+inline HDC spriteDC = nullptr;  // selects each sprite in turn for drawing
+
+// Indexed by a rocket's kind and a spark's colour.
+inline constexpr std::array<MarkColor, showColors> showPalette = {
+    0x8C52FF,  // rose
+    0x2896FF,  // orange
+    0x3CD6FF,  // yellow
+    0x6ECD5A,  // green
+    0xFFAF46,  // blue
+    0xFF6EA5,  // violet
+    0xBE69FF,  // pink
+    0xC3E65A,  // mint
+};
+
+void buildSprites();  // returns at once if they exist
+void freeSprites();

@@ -1,0 +1,11 @@
+#include "saving/auto_save.h"
+
+void autoSaveTick() {}
+HBITMAP captureCanvases()
+{
+    return {};
+}
+int findPngEncoder(CLSID &)
+{
+    return {};
+}

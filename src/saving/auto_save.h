@@ -1,0 +1,14 @@
+#pragma once
+// What a child draws is kept without anyone asking, from the back buffers alone, so that nothing that
+// lies over them is ever in a picture.
+#include "shell/windows_api.h"
+
+// Timer 10: saves a PNG if the picture changed and nothing is being drawn by itself, and keeps ten.
+void autoSaveTick();
+
+// All canvases as one bitmap of the virtual screen's size; gaps have the background colour. The caller
+// deletes it. Null on failure.
+HBITMAP captureCanvases();
+
+// Index of the PNG encoder; negative if there is none.
+int findPngEncoder(CLSID &clsid);

@@ -1,0 +1,14 @@
+#include "settings/folders.h"
+
+std::filesystem::path roamingAppData()
+{
+    return {};
+}
+std::filesystem::path dataDirectory()
+{
+    return {};
+}
+bool ensureDataDirectories()
+{
+    return {};
+}

@@ -1,0 +1,16 @@
+#pragma once
+// The optional settings file, read once at start-up.
+#include <cstdint>
+#include <string>
+
+struct AppOptions {
+    int32_t volumeClampPercent = 0;  // 0 to 100; 0 leaves the system volume alone
+    bool blockSystemShortcuts = true;
+    bool soundEnabled = true;
+    bool showExitHint = true;
+    int32_t autoSaveIntervalSeconds = 120;  // at least 60
+    std::wstring language;                  // as read, at most 63 characters
+};
+
+// Reads config.ini, written from a template first if it does not exist. Never fails: out ends up valid.
+void loadOptions(AppOptions &out);

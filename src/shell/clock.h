@@ -1,0 +1,22 @@
+#pragma once
+// Two clocks: GetTickCount milliseconds (unsigned 32-bit differences) gate sounds and repeats, and the
+// steady clock times the keys, whose limits are finer than a tick of the other.
+#include <chrono>
+#include <cstdint>
+#include <limits>
+
+// A steady-clock time not yet set. Test for it before subtracting: the difference would overflow.
+inline constexpr int64_t noTime = std::numeric_limits<int64_t>::min();
+
+// Nanoseconds of the steady clock.
+inline int64_t steadyNow()
+{
+    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(sinceStart).count();
+}
+
+// True if time is set and at most ms milliseconds before now; both in steady-clock nanoseconds.
+inline bool within(int64_t now, int64_t time, int64_t ms)
+{
+    return time != noTime && now - time <= ms * 1'000'000;
+}

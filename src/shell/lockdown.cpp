@@ -1,0 +1,125 @@
+#include "shell/lockdown.h"
+
+#include <algorithm>
+
+#include "hint/panel.h"
+#include "saving/save_dialog.h"
+#include "shell/surfaces.h"
+
+static bool isDown(int key)
+{
+    return (GetAsyncKeyState(key) & 0x8000) != 0;
+}
+
+// Keys for the program: told to the window procedure, for the hook has to answer quickly. A PrintScreen
+// that carries the mark of an extended key comes as WM_KEYDOWN instead.
+static bool postToProgram(const KBDLLHOOKSTRUCT &event, bool alt)
+{
+    if (event.flags & LLKHF_UP) return false;
+    const bool ours =
+        event.vkCode == VK_SNAPSHOT || (alt && (event.vkCode == VK_F1 || event.vkCode == VK_F4));
+    if (!ours || !hookTargetWindow || (event.flags & LLKHF_EXTENDED)) return false;
+    return PostMessageW(hookTargetWindow, WM_APP + 1, event.vkCode, 0) != FALSE;
+}
+
+static bool leadsOut(const KBDLLHOOKSTRUCT &event, bool alt)
+{
+    const DWORD key = event.vkCode;
+    if (key == VK_LWIN || key == VK_RWIN) return true;
+    if (isDown(VK_CONTROL) && isDown(VK_SHIFT)) return true;
+    if (key == VK_ESCAPE && isDown(VK_CONTROL)) return true;
+    if (alt && key != VK_SNAPSHOT && key != VK_F1 && key != VK_F4) return true;
+    return !alt && key == VK_TAB && (isDown(VK_LWIN) || isDown(VK_RWIN));
+}
+
+LRESULT CALLBACK lowLevelKeyboardProc(int code, WPARAM message, LPARAM eventPointer)
+{
+    if (code == HC_ACTION && (message == WM_KEYDOWN || message == WM_SYSKEYDOWN)) {
+        const KBDLLHOOKSTRUCT &event = *reinterpret_cast<const KBDLLHOOKSTRUCT *>(eventPointer);
+        const bool alt =
+            (event.flags & LLKHF_ALTDOWN) || isDown(VK_MENU) || isDown(VK_LMENU) || isDown(VK_RMENU);
+        if (postToProgram(event, alt) || leadsOut(event, alt)) return 1;
+    }
+    return CallNextHookEx(keyboardHook, code, message, eventPointer);
+}
+
+void installKeyboardHook()
+{
+    if (!blockShortcuts || keyboardHook) return;
+    keyboardHook = SetWindowsHookExW(WH_KEYBOARD_LL, lowLevelKeyboardProc, GetModuleHandleW(nullptr), 0);
+}
+
+void removeKeyboardHook()
+{
+    if (keyboardHook) UnhookWindowsHookEx(keyboardHook);
+    keyboardHook = nullptr;
+}
+
+static bool surfaceInFront()
+{
+    const HWND front = GetForegroundWindow();
+    if (!front) return false;
+    return std::any_of(surfaces.begin(), surfaces.end(),
+                       [front](const MonitorSurface &surface) { return surface.hwnd == front; });
+}
+
+void confineCursor()
+{
+    // A grown-up's dialog or another program in front gets a free cursor.
+    if (!surfaceInFront()) {
+        ClipCursor(nullptr);
+        return;
+    }
+    const VirtualScreen screen = virtualScreen();
+    RECT clip = {screen.left, screen.top, screen.left + screen.width, screen.top + screen.height};
+    if (screen.width < 1 || screen.height < 1) {
+        clip = {};
+        for (const MonitorSurface &surface : surfaces)
+            UnionRect(&clip, &clip, &surface.rect);
+    }
+    ClipCursor(&clip);
+}
+
+void refreshTopmost()
+{
+    if (dialogShowing) return;
+    for (const MonitorSurface &surface : surfaces) {
+        SetWindowPos(surface.hwnd, HWND_TOPMOST, surface.rect.left, surface.rect.top, surface.width,
+                     surface.height, SWP_NOACTIVATE);
+    }
+    if (hintVisible && hintFloatWindow && IsWindow(hintFloatWindow)) {
+        SetWindowPos(hintFloatWindow, HWND_TOPMOST, 0, 0, 0, 0,
+                     SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    }
+    clampMasterVolume();
+    confineCursor();
+}
+
+static IAudioEndpointVolume *openMasterVolume()
+{
+    IMMDeviceEnumerator *enumerator = nullptr;
+    if (FAILED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_INPROC_SERVER,
+                                __uuidof(IMMDeviceEnumerator), reinterpret_cast<void **>(&enumerator))) ||
+        !enumerator)
+        return nullptr;
+    IMMDevice *device = nullptr;
+    const HRESULT found = enumerator->GetDefaultAudioEndpoint(eRender, eConsole, &device);
+    enumerator->Release();
+    if (FAILED(found) || !device) return nullptr;
+    IAudioEndpointVolume *volume = nullptr;
+    const HRESULT opened = device->Activate(__uuidof(IAudioEndpointVolume), CLSCTX_ALL, nullptr,
+                                            reinterpret_cast<void **>(&volume));
+    device->Release();
+    return SUCCEEDED(opened) ? volume : nullptr;
+}
+
+void clampMasterVolume()
+{
+    if (!(volumeClamp > 0.0f) || volumeClamp > 1.0f) return;
+    IAudioEndpointVolume *volume = openMasterVolume();
+    if (!volume) return;
+    float level = 0.0f;
+    if (SUCCEEDED(volume->GetMasterVolumeLevelScalar(&level)) && level > volumeClamp)
+        volume->SetMasterVolumeLevelScalar(volumeClamp, nullptr);
+    volume->Release();
+}

@@ -1,0 +1,6 @@
+#include "shell/startup.h"
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
+{
+    return runApp(instance);
+}

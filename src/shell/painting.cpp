@@ -1,0 +1,92 @@
+#include "shell/painting.h"
+
+#include <algorithm>
+
+#include "marks/cursor_pen.h"
+#include "mascot/show.h"
+#include "mascot/walker.h"
+#include "menu/menu.h"
+
+// What moves is laid over the canvas here first, so that it never flickers. One for all windows: a
+// WM_PAINT runs to its end before the next starts. It only grows, and the end of the process takes it.
+static HDC compositeDC = nullptr;
+static HBITMAP compositeBitmap = nullptr;
+static HGDIOBJ bitmapBefore = nullptr;  // what compositeDC came with
+static int compositeWidth = 0;
+static int compositeHeight = 0;
+
+static const MonitorSurface *surfaceOf(HWND window)
+{
+    for (const MonitorSurface &surface : surfaces) {
+        if (surface.hwnd == window) return &surface;
+    }
+    return nullptr;
+}
+
+static bool mascotShows()
+{
+    return walkerActive || showActive || !rockets.empty() || !sparks.empty();
+}
+
+static void drawPenDot(HDC dc, const MonitorSurface &surface)
+{
+    if (!penDotVisible || !PtInRect(&surface.rect, penDotPoint)) return;
+    const POINT local = toLocal(surface, penDotPoint);
+    GraphicsScope scope(dc);
+    const OwnedBrush fill = solidBrush(0xD2FFEB5A);
+    const OwnedPen outline = plainPen(0xFF463741, 4.0f);
+    paintEllipse(scope, fill, outline, float(local.x - 18), float(local.y - 18), 36.0f, 36.0f);
+}
+
+static void growComposite(HDC windowDC, int width, int height)
+{
+    if (compositeDC && width <= compositeWidth && height <= compositeHeight) return;
+    if (!compositeDC) {
+        compositeDC = CreateCompatibleDC(windowDC);
+    } else if (compositeBitmap) {
+        SelectObject(compositeDC, bitmapBefore);
+        DeleteObject(compositeBitmap);
+    }
+    compositeWidth = std::max(width, compositeWidth);
+    compositeHeight = std::max(height, compositeHeight);
+    compositeBitmap = CreateCompatibleBitmap(windowDC, compositeWidth, compositeHeight);
+    bitmapBefore = SelectObject(compositeDC, compositeBitmap);
+}
+
+static void paintDirect(HDC dc, const MonitorSurface &surface, const RECT &part)
+{
+    BitBlt(dc, part.left, part.top, part.right - part.left, part.bottom - part.top, surface.canvasDC,
+           part.left, part.top, SRCCOPY);
+    drawPenDot(dc, surface);
+    drawWalker(dc, surface, 0, 0);
+}
+
+static void paintComposite(HDC dc, const MonitorSurface &surface, const RECT &part)
+{
+    const int width = part.right - part.left;
+    const int height = part.bottom - part.top;
+    growComposite(dc, width, height);
+    BitBlt(compositeDC, 0, 0, width, height, surface.canvasDC, part.left, part.top, SRCCOPY);
+    drawWalker(compositeDC, surface, part.left, part.top);
+    drawShow(compositeDC, surface.rect.left, surface.rect.top, surface.width, surface.height, part.left,
+             part.top);
+    BitBlt(dc, part.left, part.top, width, height, compositeDC, 0, 0, SRCCOPY);
+    drawPenDot(dc, surface);
+}
+
+void paintSurface(HWND window)
+{
+    PAINTSTRUCT paint = {};
+    HDC dc = BeginPaint(window, &paint);
+    const MonitorSurface *surface = surfaceOf(window);
+    const RECT &part = paint.rcPaint;
+    if (surface && surface->canvasDC && part.right > part.left && part.bottom > part.top) {
+        if (mascotShows()) {
+            paintComposite(dc, *surface, part);
+        } else {
+            paintDirect(dc, *surface, part);
+        }
+        drawMenu(dc, surface->rect);
+    }
+    EndPaint(window, &paint);
+}

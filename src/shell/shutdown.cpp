@@ -1,0 +1,100 @@
+#include "shell/shutdown.h"
+
+#include "autodraw/sequencer.h"
+#include "clearing/wipes.h"
+#include "hint/panel.h"
+#include "mascot/walker.h"
+#include "menu/menu.h"
+#include "saving/save_dialog.h"
+#include "shell/allowance.h"
+#include "shell/lockdown.h"
+#include "shell/surfaces.h"
+#include "sound/speech.h"
+
+void stopAllTimers(HWND window)
+{
+    if (!window) return;
+    KillTimer(window, 9);
+    KillTimer(window, 11);
+    discardHintPanel(window);
+    for (const UINT_PTR id : {1, 3, 5, 6, 7, 10, 9, 11, 13, 12, 8})
+        KillTimer(window, id);
+}
+
+static void releaseLockdown()
+{
+    ClipCursor(nullptr);
+    removeKeyboardHook();
+    hookTargetWindow = nullptr;
+    releaseVoice();
+}
+
+static void closeSurface(MonitorSurface &surface)
+{
+    if (surface.hwnd) DestroyWindow(surface.hwnd);
+    surface.hwnd = nullptr;
+    freeSurfaceBuffers(surface);
+}
+
+static void stopGdiplus()
+{
+    if (gdiplusToken) GdiplusShutdown(gdiplusToken);
+    gdiplusToken = 0;
+}
+
+void shutdownApp(bool fromTimer)
+{
+    if (shuttingDown) return;
+    shuttingDown = true;
+    if (!surfaces.empty()) {
+        stopAllTimers(primaryWindow());
+        stopAutoDrawing();
+        stopWipe();
+        menuOpen = false;
+        releaseLockdown();
+        for (MonitorSurface &surface : surfaces) {
+            // Hidden first, so that the child sees the desktop at once and not a frozen picture.
+            if (surface.hwnd) ShowWindow(surface.hwnd, SW_HIDE);
+            closeSurface(surface);
+        }
+        surfaces.clear();
+    }
+    consultAllowanceAtExit(fromTimer);
+    PostQuitMessage(0);
+}
+
+void prepareSessionEnd()
+{
+    if (surfaces.empty()) return;
+    stopAllTimers(primaryWindow());
+    stopAutoDrawing();
+    stopWipe();
+}
+
+void endSession()
+{
+    destroyDialogHost();
+    stopAutoDrawing();
+    stopWipe();
+    shutdownMascot();
+    menuOpen = false;
+    autoStepsLeft = 0;
+    releaseLockdown();
+    for (MonitorSurface &surface : surfaces)
+        closeSurface(surface);
+    surfaces.clear();
+    stopGdiplus();
+    PostQuitMessage(0);
+}
+
+void finishRun()
+{
+    releaseLockdown();
+    shutdownMascot();
+    destroyDialogHost();
+    if (!gdiplusToken) return;
+    for (MonitorSurface &surface : surfaces)
+        closeSurface(surface);
+    surfaces.clear();
+    stopGdiplus();
+}

@@ -1,0 +1,138 @@
+// Everything that has to exist before the first window does, then the one message loop. The order is the
+// program's: no input can ever find a clip missing, and the child sees nothing until all is ready.
+#include "shell/startup.h"
+
+#include "hint/panel.h"
+#include "mascot/walker.h"
+#include "settings/folders.h"
+#include "settings/language.h"
+#include "settings/options.h"
+#include "shell/allowance.h"
+#include "shell/lockdown.h"
+#include "shell/shutdown.h"
+#include "shell/surfaces.h"
+#include "shell/window_proc.h"
+#include "sound/bank_a.h"
+#include "sound/bank_b.h"
+#include "sound/playback.h"
+#include "sound/speech.h"
+
+// A second start does nothing at all and says nothing. The end of the process lets the lock go.
+static bool isFirstInstance()
+{
+    HANDLE lock = CreateMutexW(nullptr, TRUE, L"Local\\Zubbly_SingleInstance_v1");
+    if (!lock || GetLastError() != ERROR_ALREADY_EXISTS) return true;
+    CloseHandle(lock);
+    return false;
+}
+
+static void takeOptions(const AppOptions &options)
+{
+    soundEnabled = options.soundEnabled;
+    blockShortcuts = options.blockSystemShortcuts;
+    const int percent = options.volumeClampPercent;
+    volumeClamp = percent >= 1 && percent <= 100 ? float(percent) / 100.0f : -1.0f;
+}
+
+static void startGdiplus()
+{
+    GdiplusStartupInput input;
+    GdiplusStartup(&gdiplusToken, &input, nullptr);
+}
+
+static void registerWindowClass()
+{
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = windowProc;
+    windowClass.hInstance = programInstance;
+    windowClass.hIcon = LoadIconW(programInstance, MAKEINTRESOURCEW(101));
+    if (!windowClass.hIcon) windowClass.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
+    windowClass.hIconSm = windowClass.hIcon;
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = HBRUSH(GetStockObject(BLACK_BRUSH));
+    windowClass.lpszClassName = L"ZubblyWindow";
+    RegisterClassExW(&windowClass);
+}
+
+static void takeFocus()
+{
+    SetForegroundWindow(primaryWindow());
+    SetActiveWindow(primaryWindow());
+    SetFocus(primaryWindow());
+}
+
+// The way out is told at each of the first three launches, and later when nothing happens.
+static void armExitHint(const AppOptions &options)
+{
+    const MonitorSurface *surface = launchSurface();
+    if (!surface) return;
+    exitHintEnabled = options.showExitHint;
+    if (!exitHintEnabled) return;
+    const int count = readHintCount();
+    if (count < 3) {
+        writeHintCount(count + 1);
+        showHintPanel(surface->hwnd, surface->width, surface->height);
+    }
+    if (!surface->hwnd || surface->width < 64 || surface->height < 64) return;
+    idleHintWindow = surface->hwnd;
+    idleHintWidth = surface->width;
+    idleHintHeight = surface->height;
+    lastInputTick = GetTickCount();
+    SetTimer(surface->hwnd, 11, 500, nullptr);
+}
+
+static void pumpMessages()
+{
+    MSG message = {};
+    while (GetMessageW(&message, nullptr, 0, 0)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+// False if there is no monitor. Nothing is undone then: the process ends anyway.
+static bool openToy(const AppOptions &options)
+{
+    buildSoundBankA();
+    buildSoundBankB();
+    createVoice();
+    startGdiplus();
+    registerWindowClass();
+    EnumDisplayMonitors(nullptr, nullptr, createSurface, 0);
+    if (surfaces.empty()) return false;
+    initMascot();
+    newBackground(true);
+    canvasDirty = false;  // the first clear is no picture
+    refreshTopmost();
+    takeFocus();
+    confineCursor();
+    SetTimer(primaryWindow(), 1, 1500, nullptr);
+    SetTimer(primaryWindow(), 10, UINT(options.autoSaveIntervalSeconds) * 1000, nullptr);
+    hookTargetWindow = primaryWindow();
+    installKeyboardHook();
+    armExitHint(options);
+    if (soundEnabled) playStartClip();
+    clampMasterVolume();
+    return true;
+}
+
+int runApp(HINSTANCE instance)
+{
+    if (!isFirstInstance()) return 0;
+    SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+    const HRESULT comResult = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    programInstance = instance;
+    AppOptions options;
+    loadOptions(options);
+    takeOptions(options);
+    chooseLanguage(options.language);
+    ensureDataDirectories();
+    if (allowLaunch()) {
+        if (!openToy(options)) return 1;
+        pumpMessages();
+        finishRun();
+    }
+    if (comResult == S_OK) CoUninitialize();
+    return 0;
+}

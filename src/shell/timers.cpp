@@ -1,0 +1,80 @@
+#include "shell/timers.h"
+
+#include "autodraw/sequencer.h"
+#include "clearing/wipes.h"
+#include "hint/panel.h"
+#include "marks/key_reactions.h"
+#include "mascot/show.h"
+#include "mascot/walker.h"
+#include "menu/menu.h"
+#include "saving/auto_save.h"
+#include "shell/clock.h"
+#include "shell/lockdown.h"
+#include "shell/shutdown.h"
+#include "shell/surfaces.h"
+#include "shell/window_proc.h"
+
+// A burst of keys has paused: a letter that waited leaves its reaction, a mash fades by one step.
+static void settleKeys(HWND window)
+{
+    KillTimer(window, 6);
+    flushPendingKey();
+    if (within(steadyNow(), lastMashTime, 520)) {
+        if (keyMashCount > 0) --keyMashCount;
+        if (keyMashCount > 0) {
+            SetTimer(window, 6, 210, nullptr);
+            return;
+        }
+    }
+    resetKeyState(window);
+}
+
+// Both buttons held wind the spiral even when the mouse stands still.
+static void chordTick(HWND window)
+{
+    const bool left = (GetAsyncKeyState(VK_LBUTTON) & 0x8000) != 0;
+    const bool right = (GetAsyncKeyState(VK_RBUTTON) & 0x8000) != 0;
+    if (!left || !right || menuOpen) {
+        KillTimer(window, 7);
+        return;
+    }
+    updateKeyMash();
+    stepSpiral(window);
+}
+
+static void hintTimeOver(HWND window)
+{
+    if (hintVisible && (!hintOwnerWindow || hintOwnerWindow == window)) closeHintPanel();
+}
+
+// Never in the middle of a stroke: saving takes a while.
+static void saveTick()
+{
+    if (canvasDirty && !leftButtonDown && !dragMoved) autoSaveTick();
+}
+
+// The exit hint comes back by itself when nothing was touched for 8 seconds.
+static void idleTick(HWND window)
+{
+    if (!window || window != idleHintWindow || hintVisible) return;
+    const DWORD now = GetTickCount();
+    if (now < hintNotBefore || now - lastInputTick < 8000) return;
+    showHintPanel(idleHintWindow, idleHintWidth, idleHintHeight);
+}
+
+void onTimer(HWND window, UINT_PTR id)
+{
+    switch (id) {
+    case 1: refreshTopmost(); break;      // 1500 ms, the whole run
+    case 3: onTimer3(); break;            // 72 to 128 ms, fresh at each tick; one action
+    case 5: wipeTick(); break;            // 16 ms, one wipe
+    case 6: settleKeys(window); break;    // 210 ms after the last key, one shot
+    case 7: chordTick(window); break;     // 48 ms, while both buttons are down
+    case 8: shutdownApp(true); break;     // the launch allowance's way out
+    case 9: hintTimeOver(window); break;  // 10 s, one showing of the hint
+    case 10: saveTick(); break;           // the save interval, the whole run
+    case 11: idleTick(window); break;     // 500 ms, while the hint may come back
+    case 12: showTick(); break;           // 16 ms, one fireworks show
+    case 13: mascotWalkTick(); break;     // 33 ms, the whole run
+    }
+}

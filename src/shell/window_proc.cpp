@@ -1,0 +1,473 @@
+#include "shell/window_proc.h"
+
+#include <vector>
+
+#include "autodraw/sequencer.h"
+#include "clearing/actions.h"
+#include "clearing/wipes.h"
+#include "hint/panel.h"
+#include "marks/bursts.h"
+#include "marks/cursor_pen.h"
+#include "marks/key_reactions.h"
+#include "marks/strokes.h"
+#include "mascot/walker.h"
+#include "menu/menu.h"
+#include "saving/capture.h"
+#include "shell/allowance.h"
+#include "shell/clock.h"
+#include "shell/lockdown.h"
+#include "shell/painting.h"
+#include "shell/shutdown.h"
+#include "shell/timers.h"
+#include "sound/bank_a.h"
+#include "sound/playback.h"
+#include "sound/speech.h"
+
+// While the hint panel shows, the idle clock stands still.
+static void noteChildInput()
+{
+    if (!hintVisible) lastInputTick = GetTickCount();
+}
+
+static void stopWhatRuns()
+{
+    stopAutoDrawing();
+    stopWipe();
+}
+
+static bool isDown(int key)
+{
+    return (GetAsyncKeyState(key) & 0x8000) != 0;
+}
+
+static POINT screenPoint(HWND window, LPARAM lParam)
+{
+    POINT point = {short(LOWORD(lParam)), short(HIWORD(lParam))};
+    ClientToScreen(window, &point);
+    return point;
+}
+
+static void disableInputMethod(HWND window)
+{
+    ImmAssociateContext(window, nullptr);
+}
+
+static void onCreate(HWND window)
+{
+    RegisterTouchWindow(window, 0);
+    disableInputMethod(window);
+}
+
+static void onActivate(HWND window, bool activated)
+{
+    if (activated) disableInputMethod(window);
+    confineCursor();
+}
+
+static bool isLetterOrDigit(uint32_t key)
+{
+    return (key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z') ||
+           (key >= VK_NUMPAD0 && key <= VK_NUMPAD9);
+}
+
+enum class KeyClass { capture, enter, escape, apps, space, cursor, modifier, letterOrDigit, other };
+
+// First match from the top; the keypad's 2, 4, 6 and 8 steer the pen as the arrows do.
+static KeyClass keyClass(uint32_t key, bool altDown)
+{
+    switch (key) {
+    case VK_SNAPSHOT: return KeyClass::capture;
+    case VK_F1:
+    case VK_F4: return altDown ? KeyClass::capture : KeyClass::other;
+    case VK_RETURN: return KeyClass::enter;
+    case VK_ESCAPE: return KeyClass::escape;
+    case VK_APPS: return KeyClass::apps;
+    case VK_SPACE: return KeyClass::space;
+    case VK_LEFT:
+    case VK_UP:
+    case VK_RIGHT:
+    case VK_DOWN:
+    case VK_NUMPAD2:
+    case VK_NUMPAD4:
+    case VK_NUMPAD6:
+    case VK_NUMPAD8: return KeyClass::cursor;
+    case VK_SHIFT:
+    case VK_CONTROL:
+    case VK_MENU:
+    case VK_CAPITAL:
+    case VK_LWIN:
+    case VK_RWIN:
+    case VK_NUMLOCK:
+    case VK_SCROLL:
+    case VK_LSHIFT:
+    case VK_RSHIFT:
+    case VK_LCONTROL:
+    case VK_RCONTROL:
+    case VK_LMENU:
+    case VK_RMENU: return KeyClass::modifier;
+    default: return isLetterOrDigit(key) ? KeyClass::letterOrDigit : KeyClass::other;
+    }
+}
+
+// Bits of a key message's lParam.
+static bool altHeld(LPARAM flags)
+{
+    return (flags & (1 << 29)) != 0;
+}
+static bool isAutoRepeat(LPARAM flags)
+{
+    return (flags & (1 << 30)) != 0;
+}
+
+static void onEnter()
+{
+    noteChildInput();
+    stopWhatRuns();
+    const int choice = randInt(0, 84);
+    startAction(choice < 40 ? 3 : 1);
+}
+
+static void onEscape(HWND window)
+{
+    noteChildInput();
+    dropMenu();
+    stopWhatRuns();
+    startAction(2);
+    consultAllowance(window);
+}
+
+static void onSpace(HWND window)
+{
+    noteChildInput();
+    dropMenu();
+    const DWORD now = GetTickCount();
+    if (lastSpaceTick != 0 && now - lastSpaceTick < 300) return;
+    lastSpaceTick = now;
+    stopWhatRuns();
+    spaceBurst();
+    if (soundEnabled) playSpaceClip();
+    if (randInt(0, 99) < 82) scatterMarks(false);
+    consultAllowance(window);
+}
+
+static void onCursorKey(HWND window, uint32_t key)
+{
+    noteChildInput();
+    dropMenu();
+    penKey(key);
+    consultAllowance(window);
+}
+
+static void onModifier()
+{
+    noteChildInput();
+    dropMenu();
+    stopWhatRuns();
+}
+
+static void restartSettling(HWND window)
+{
+    KillTimer(window, 6);
+    SetTimer(window, 6, 210, nullptr);
+}
+
+void stepSpiral(HWND window)
+{
+    const DWORD now = GetTickCount();
+    if (lastSpiralTick == 0 || now - lastSpiralTick >= 40) {
+        noteSpiral();
+        lastSpiralTick = now;
+    }
+    restartSettling(window);
+}
+
+// A letter or digit waits for its release or timer 6: one that turns out to be part of a mash leaves
+// nothing of its own.
+static void onLetterOrDigit(HWND window, uint32_t key, LPARAM flags)
+{
+    cutSpeech();
+    if (keyMashCount >= 2) {
+        pendingKey = false;
+        pendingKeyCode = 0;
+        pendingKeyFlags = 0;
+        stepSpiral(window);
+    } else {
+        pendingKey = true;
+        pendingKeyCode = key;
+        pendingKeyFlags = flags;
+        restartSettling(window);
+    }
+    consultAllowance(window);
+}
+
+// A fast key sounds but leaves no mark.
+static void onOtherKey(HWND window, uint32_t key, int pressCount, bool recent)
+{
+    if (keyMashCount >= 2) {
+        stepSpiral(window);
+    } else {
+        if (!recent) keyReaction(key, pressCount);
+        if (soundEnabled && passGate(lastKeySoundTick, 55)) playKeySound(key, pressCount);
+    }
+    consultAllowance(window);
+}
+
+static void onPressedKey(HWND window, uint32_t key, LPARAM flags)
+{
+    noteChildInput();
+    dropMenu();
+    stopWhatRuns();
+    const int64_t previousMash = lastMashTime;
+    updateKeyMash();
+    const int pressCount = countSameKey(key, isAutoRepeat(flags));
+    const bool recent = within(steadyNow(), previousMash, 420);
+    if (isLetterOrDigit(key)) {
+        onLetterOrDigit(window, key, flags);
+    } else {
+        onOtherKey(window, key, pressCount, recent);
+    }
+}
+
+static void onKeyDown(HWND window, uint32_t key, LPARAM flags)
+{
+    switch (keyClass(key, altHeld(flags))) {
+    case KeyClass::capture: captureOrExit(key, window); break;
+    case KeyClass::enter: onEnter(); break;
+    case KeyClass::escape: onEscape(window); break;
+    case KeyClass::apps: break;  // its release becomes WM_CONTEXTMENU
+    case KeyClass::space: onSpace(window); break;
+    case KeyClass::cursor: onCursorKey(window, key); break;
+    case KeyClass::modifier: onModifier(); break;
+    case KeyClass::letterOrDigit:
+    case KeyClass::other: onPressedKey(window, key, flags); break;
+    }
+}
+
+// Every other system key is swallowed.
+static void onSystemKeyDown(HWND window, uint32_t key, LPARAM flags)
+{
+    if (keyClass(key, altHeld(flags)) == KeyClass::capture) captureOrExit(key, window);
+}
+
+// The keypad's pen digits count here too, unlike at key-down: they flush a letter that waits.
+static void onKeyUp(HWND window, uint32_t key)
+{
+    if (!isLetterOrDigit(key)) return;
+    flushPendingKey();
+    KillTimer(window, 6);
+    if (keyMashCount >= 2) {
+        resetKeyState(window);
+    } else {
+        resetSpiral();
+    }
+}
+
+// Only the keyboard's own context menu key starts an action; it has no place on the screen.
+static bool onContextMenu(LPARAM lParam)
+{
+    if (short(LOWORD(lParam)) != -1 || short(HIWORD(lParam)) != -1) return false;
+    noteChildInput();
+    stopWhatRuns();
+    onEnter();
+    return true;
+}
+
+static bool bothButtonsDown()
+{
+    return isDown(VK_LBUTTON) && isDown(VK_RBUTTON);
+}
+
+// Both buttons together wind the spiral of notes, as mashed keys do.
+static void chordCheck(HWND window)
+{
+    if (menuOpen || !bothButtonsDown()) return;
+    updateKeyMash();
+    stepSpiral(window);
+    KillTimer(window, 7);
+    SetTimer(window, 7, 48, nullptr);
+}
+
+static void onLeftDown(HWND window, POINT point)
+{
+    noteChildInput();
+    if (menuOpen) {
+        menuClick(point);
+        return;
+    }
+    stopWhatRuns();
+    if (mascotHit(point)) return;
+    leftButtonDown = true;
+    lastStrokePoint = point;
+    tapPending = true;
+    dragMoved = false;
+    chordCheck(window);
+    chooseStrokeStyle();
+    SetCapture(window);
+}
+
+// A dead zone of 8 pixels, in which a shaky press stays a tap.
+static bool inDeadZone(POINT point)
+{
+    const int64_t dx = int64_t(point.x) - lastStrokePoint.x;
+    const int64_t dy = int64_t(point.y) - lastStrokePoint.y;
+    return dx * dx + dy * dy < 64;
+}
+
+static void onMouseMove(HWND window, POINT point)
+{
+    if (bothButtonsDown() && !menuOpen) {
+        noteChildInput();
+        stepSpiral(window);
+        return;
+    }
+    if (!leftButtonDown) return;
+    stopAutoDrawing();
+    if (!dragMoved) {
+        if (inDeadZone(point)) return;
+        dragMoved = true;
+        if (tapPending) {
+            tapMark(lastStrokePoint);
+            tapPending = false;
+        }
+    }
+    brushStroke(lastStrokePoint, point, 14, 92);
+    lastStrokePoint = point;
+    startStrokeLoop();
+    noteChildInput();
+}
+
+static void onLeftUp(HWND window)
+{
+    KillTimer(window, 7);
+    stopStrokeLoop();
+    if (tapPending && !dragMoved) {
+        tapMark(lastStrokePoint);
+        if (soundEnabled && passGate(lastSoundTick, 30)) playClip(tapClip);
+        consultAllowance(window);
+    }
+    leftButtonDown = false;
+    dragMoved = false;
+    tapPending = false;
+    ReleaseCapture();
+}
+
+static void onRightDown(HWND window, POINT point)
+{
+    noteChildInput();
+    if (menuOpen) {
+        rightPressSeen = true;
+        menuClick(point);
+        return;
+    }
+    leftButtonDown = isDown(VK_LBUTTON);
+    if (leftButtonDown) {
+        chordCheck(window);
+        return;
+    }
+    openMenu(point);
+    if (soundEnabled) playClick(actionClip);
+    stopWhatRuns();
+    rightPressSeen = true;
+}
+
+static void onRightUp(HWND window)
+{
+    KillTimer(window, 7);
+    rightPressSeen = false;
+    leftButtonDown = isDown(VK_LBUTTON);
+}
+
+static void onXButtonDown(HWND window)
+{
+    noteChildInput();
+    stopWhatRuns();
+    dropMenu();
+    startAction(1);
+    consultAllowance(window);
+}
+
+// Multimedia keys and the buttons beside the wheel: every command, whichever it is, clears the picture.
+static void onAppCommand()
+{
+    stopWhatRuns();
+    newBackground(false);
+    if (soundEnabled && passGate(lastKeySoundTick, 55)) playKeySound(0, 0);
+}
+
+// A short stroke that fans out from the finger, up to reach pixels in each direction.
+static void strokeFromFinger(POINT finger, int reach)
+{
+    penDotPoint = finger;
+    penDotVisible = true;
+    const int dx = randInt(-reach, reach);
+    const int dy = randInt(-reach, reach);
+    brushStroke(finger, {finger.x + dx, finger.y + dy}, 14, 92);
+}
+
+static void onFingerDown(POINT finger)
+{
+    noteChildInput();
+    stopWhatRuns();
+    strokeFromFinger(finger, 70);
+    if (soundEnabled && passGate(lastSoundTick, 40)) playClip(tapClip);
+}
+
+static void onFingerMove(POINT finger)
+{
+    noteChildInput();
+    stopAutoDrawing();
+    strokeFromFinger(finger, 30);
+    startStrokeLoop();
+}
+
+static void onTouch(UINT count, HTOUCHINPUT handle)
+{
+    std::vector<TOUCHINPUT> contacts(count);
+    if (!GetTouchInputInfo(handle, count, contacts.data(), sizeof(TOUCHINPUT))) return;
+    for (const TOUCHINPUT &contact : contacts) {
+        const POINT finger = {contact.x / 100, contact.y / 100};  // from hundredths of a pixel
+        if (contact.dwFlags & TOUCHEVENTF_DOWN) {
+            onFingerDown(finger);
+        } else if (contact.dwFlags & TOUCHEVENTF_MOVE) {
+            onFingerMove(finger);
+        } else if (contact.dwFlags & TOUCHEVENTF_UP) {
+            stopStrokeLoop();
+        }
+    }
+    CloseTouchInputHandle(handle);
+}
+
+LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: onCreate(window); return 0;
+    case WM_DESTROY: return 0;  // the ways out post the quit message
+    case WM_ACTIVATE: onActivate(window, LOWORD(wParam) != 0); break;
+    case WM_SETFOCUS: disableInputMethod(window); return 0;
+    case WM_PAINT: paintSurface(window); return 0;
+    case WM_QUERYENDSESSION: prepareSessionEnd(); return 1;
+    case WM_ERASEBKGND: return 1;  // paintSurface covers every pixel
+    case WM_ENDSESSION:
+        if (wParam) endSession();
+        return 0;
+    case WM_ACTIVATEAPP: confineCursor(); break;
+    case WM_CONTEXTMENU:
+        if (onContextMenu(lParam)) return 0;
+        break;
+    case WM_KEYDOWN: onKeyDown(window, uint32_t(wParam), lParam); return 0;
+    case WM_KEYUP:
+    case WM_SYSKEYUP: onKeyUp(window, uint32_t(wParam)); break;
+    case WM_SYSKEYDOWN: onSystemKeyDown(window, uint32_t(wParam), lParam); return 0;
+    case WM_TIMER: onTimer(window, wParam); return 0;
+    case WM_MOUSEMOVE: onMouseMove(window, screenPoint(window, lParam)); return 0;
+    case WM_LBUTTONDOWN: onLeftDown(window, screenPoint(window, lParam)); return 0;
+    case WM_LBUTTONUP: onLeftUp(window); return 0;
+    case WM_RBUTTONDOWN: onRightDown(window, screenPoint(window, lParam)); return 0;
+    case WM_RBUTTONUP: onRightUp(window); return 0;
+    case WM_XBUTTONDOWN: onXButtonDown(window); return 0;
+    case WM_TOUCH: onTouch(LOWORD(wParam), HTOUCHINPUT(lParam)); return 0;
+    case WM_APPCOMMAND: onAppCommand(); return 1;
+    case WM_APP + 1: captureOrExit(uint32_t(wParam), window); return 0;  // posted by the keyboard hook
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}

@@ -1,0 +1,3 @@
+#include "sound/bank_b.h"
+
+void buildSoundBankB() {}

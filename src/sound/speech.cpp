@@ -1,0 +1,5 @@
+#include "sound/speech.h"
+
+void createVoice() {}
+void cutSpeech() {}
+void releaseVoice() {}
