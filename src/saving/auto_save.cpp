@@ -1,11 +1,130 @@
 #include "saving/auto_save.h"
 
-void autoSaveTick() {}
+#include <algorithm>
+#include <chrono>
+#include <cwchar>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "autodraw/sequencer.h"
+#include "clearing/wipes.h"
+#include "settings/folders.h"
+#include "shell/surfaces.h"
+
+namespace fs = std::filesystem;
+
+static void copyCanvases(HDC target, const VirtualScreen &screen)
+{
+    const RECT whole = {0, 0, screen.width, screen.height};
+    HBRUSH brush = CreateSolidBrush(backgroundColor);
+    FillRect(target, &whole, brush);
+    DeleteObject(brush);
+    for (const MonitorSurface &surface : surfaces) {
+        if (!surface.canvasDC) continue;
+        BitBlt(target, surface.rect.left - screen.left, surface.rect.top - screen.top, surface.width,
+               surface.height, surface.canvasDC, 0, 0, SRCCOPY);
+    }
+}
+
 HBITMAP captureCanvases()
 {
-    return {};
+    const VirtualScreen screen = virtualScreen();
+    if (screen.width < 1 || screen.height < 1) return nullptr;
+    HDC screenDC = GetDC(nullptr);
+    HDC target = CreateCompatibleDC(screenDC);
+    HBITMAP bitmap = CreateCompatibleBitmap(screenDC, screen.width, screen.height);
+    if (target && bitmap) {
+        HGDIOBJ old = SelectObject(target, bitmap);
+        copyCanvases(target, screen);
+        SelectObject(target, old);
+    } else if (bitmap) {
+        DeleteObject(bitmap);
+        bitmap = nullptr;
+    }
+    if (target) DeleteDC(target);
+    ReleaseDC(nullptr, screenDC);
+    return bitmap;
 }
-int findPngEncoder(CLSID &)
+
+int findPngEncoder(CLSID &clsid)
 {
-    return {};
+    UINT count = 0;
+    UINT size = 0;
+    GdipGetImageEncodersSize(&count, &size);
+    if (size == 0) return -1;
+    // The texts of the records lie behind the last of them, in the same block.
+    std::vector<ImageCodecInfo> encoders(size / sizeof(ImageCodecInfo) + 1);
+    if (GdipGetImageEncoders(count, size, encoders.data()) != Ok) return -1;
+    for (UINT i = 0; i < count; ++i) {
+        if (std::wcscmp(encoders[i].MimeType, L"image/png") != 0) continue;
+        clsid = encoders[i].Clsid;
+        return int(i);
+    }
+    return -1;
+}
+
+OwnedPicture pictureOf(HBITMAP bitmap)
+{
+    GpBitmap *picture = nullptr;
+    GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &picture);
+    return OwnedPicture(picture);
+}
+
+bool writePng(GpBitmap *picture, const wchar_t *path)
+{
+    CLSID png = {};
+    return findPngEncoder(png) >= 0 && GdipSaveImageToFile(picture, path, &png, nullptr) == Ok;
+}
+
+// "auto-20261231-235959.png", by local time: ascending order is oldest first. Empty if the system does
+// not tell the time.
+static std::wstring pictureName()
+{
+    const time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    tm local = {};
+    if (localtime_s(&local, &now) != 0) return {};
+    wchar_t name[32] = {};
+    std::wcsftime(name, std::size(name), L"auto-%Y%m%d-%H%M%S.png", &local);
+    return name;
+}
+
+// Every regular file counts, whatever its name: one that somebody put there and that sorts before "auto-"
+// goes first, on purpose.
+static void keepLastTen(const fs::path &folder)
+{
+    std::vector<fs::path> files;
+    std::error_code error;
+    for (fs::directory_iterator it(folder, error), end; it != end; it.increment(error)) {
+        std::error_code statusError;
+        if (it->is_regular_file(statusError)) files.push_back(it->path());
+    }
+    if (files.size() <= 10) return;
+    std::sort(files.begin(), files.end());
+    files.resize(files.size() - 10);
+    for (const fs::path &file : files)
+        fs::remove(file, error);
+}
+
+void autoSaveTick()
+{
+    if (!canvasDirty || autoMode == 3 || autoStepsLeft > 0 || wipeRunning) return;
+    HBITMAP canvases = captureCanvases();
+    if (!canvases) return;
+    const bool haveFolder = ensureDataDirectories();
+    const std::wstring name = haveFolder ? pictureName() : std::wstring();
+    const OwnedPicture picture = name.empty() ? nullptr : pictureOf(canvases);
+    DeleteObject(canvases);
+    if (!picture) return;
+    const fs::path folder = dataDirectory() / L"SavedPictures";
+    const fs::path file = folder / name;
+    std::error_code error;
+    const bool wasThere = fs::exists(file, error);
+    if (!writePng(picture.get(), file.c_str())) {
+        // A full disk leaves a stump at every tick. Ten of them would push out the ten whole pictures.
+        if (!wasThere) fs::remove(file, error);
+        return;
+    }
+    keepLastTen(folder);
+    canvasDirty = false;
 }

@@ -1,7 +1,10 @@
 #pragma once
 // What a child draws is kept without anyone asking, from the back buffers alone, so that nothing that
 // lies over them is ever in a picture.
+#include "marks/gdi_plus.h"
 #include "shell/windows_api.h"
+
+using OwnedPicture = std::unique_ptr<GpBitmap, FreedBy<GdipDisposeImage>>;
 
 // Timer 10: saves a PNG if the picture changed and nothing is being drawn by itself, and keeps ten.
 void autoSaveTick();
@@ -12,3 +15,9 @@ HBITMAP captureCanvases();
 
 // Index of the PNG encoder; negative if there is none.
 int findPngEncoder(CLSID &clsid);
+
+// A GDI+ copy of a bitmap; null on failure.
+OwnedPicture pictureOf(HBITMAP bitmap);
+
+// Writes a PNG over whatever file is there. False on failure; a part of the file may stand by then.
+bool writePng(GpBitmap *picture, const wchar_t *path);
