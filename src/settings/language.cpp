@@ -1,11 +1,166 @@
 #include "settings/language.h"
 
-void chooseLanguage(const std::wstring &) {}
-bool parseLanguageOverride(const std::wstring &, int &)
+#include <algorithm>
+
+#include "shell/windows_api.h"
+
+std::wstring trimWhitespace(const std::wstring &text)
 {
-    return {};
+    const wchar_t *blanks = L"\t\n\r ";
+    const size_t first = text.find_first_not_of(blanks);
+    if (first == std::wstring::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
-std::wstring trimWhitespace(const std::wstring &)
+
+// Any word that begins with the two letters counts, so locale names such as en-GB are taken too.
+bool parseLanguageOverride(const std::wstring &language, int &index)
 {
-    return {};
+    std::wstring text = trimWhitespace(language);
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](wchar_t c) { return c >= L'A' && c <= L'Z' ? wchar_t(c - L'A' + L'a') : c; });
+    static constexpr struct {
+        const wchar_t *name, *prefix;
+    } languages[] = {
+        {L"japanese", L"ja"}, {L"english", L"en"}, {L"chinese", L"zh"}, {L"french", L"fr"},
+        {L"italian", L"it"},  {L"german", L"de"},  {L"spanish", L"es"},
+    };
+    for (int i = 0; i < 7; ++i) {
+        const bool simplified = i == 2 && text == L"simplified chinese";
+        if (text != languages[i].name && !text.starts_with(languages[i].prefix) && !simplified) continue;
+        index = i;
+        return true;
+    }
+    return false;
+}
+
+static int displayLanguage()
+{
+    const LANGID id = GetUserDefaultUILanguage();
+    switch (PRIMARYLANGID(id)) {
+    case LANG_JAPANESE: return 0;
+    case LANG_CHINESE:
+        switch (SUBLANGID(id)) {
+        case SUBLANG_CHINESE_SIMPLIFIED:
+        case SUBLANG_CHINESE_SINGAPORE: return 2;
+        default: return 1;  // readers of the Traditional forms get English
+        }
+    case LANG_FRENCH: return 3;
+    case LANG_ITALIAN: return 4;
+    case LANG_GERMAN: return 5;
+    case LANG_SPANISH: return 6;
+    default: return 1;
+    }
+}
+
+// Plain letters stand for some umlauts and accents; only Japanese and English tell of the Esc key.
+static LabelSet labelsIn(int index)
+{
+    switch (index) {
+    case 0:
+        return {
+            .stampTitle = L"すたんぷ",
+            .eraserTitle = L"けしごむ",
+            .doodleTitle = L"らくがき",
+            .stampSubtitle = L"にこちゃん・おひさま が どーん!",
+            .eraserSubtitle = L"さいしょからやりなおす",
+            .doodleSubtitle = L"なにか\u3000えを\u3000かくね",
+            .purchaseLine = L"気に入ったら購入をお願いします。",
+            .hintHeading = L"おうちのひとへ",
+            .hintBody = L"終了するときは Alt キーを押しながら F4 キーを おしてください。\n"
+                        L"画面をクリアするには Esc キーを押してください。",
+            .hintSpare = {},
+            .hintOptOut = L"覚えたので、次回から表示しない",
+        };
+    case 2:
+        return {
+            .stampTitle = L"印章",
+            .eraserTitle = L"橡皮擦",
+            .doodleTitle = L"涂鸦",
+            .stampSubtitle = L"笑脸和彩虹，啪地一下出现！",
+            .eraserSubtitle = L"从头再来",
+            .doodleSubtitle = L"会画出点什么哦",
+            .purchaseLine = L"如果你喜欢这个应用，欢迎购买支持。",
+            .hintHeading = L"给家里的家长",
+            .hintBody = L"要退出时，请同时按住 Alt 键和 F4 键",
+            .hintSpare = {},
+            .hintOptOut = L"记住了，下次不再显示",
+        };
+    case 3:
+        return {
+            .stampTitle = L"Tampon",
+            .eraserTitle = L"Gomme",
+            .doodleTitle = L"Gribouillage",
+            .stampSubtitle = L"Sourire et arc-en-ciel, pop !",
+            .eraserSubtitle = L"Tout recommencer",
+            .doodleSubtitle = L"On dessine quelque chose",
+            .purchaseLine = L"Si l'application vous plaît, merci de nous soutenir en l'achetant.",
+            .hintHeading = L"A la maison",
+            .hintBody = L"Pour quitter, maintenez Alt et appuyez sur F4 en meme temps.",
+            .hintSpare = {},
+            .hintOptOut = L"Compris — ne plus afficher",
+        };
+    case 4:
+        return {
+            .stampTitle = L"Timbro",
+            .eraserTitle = L"Gomma",
+            .doodleTitle = L"Scarabocchio",
+            .stampSubtitle = L"Faccina e arcobaleno, che botto!",
+            .eraserSubtitle = L"Ricomincia da capo",
+            .doodleSubtitle = L"Disegna qualcosa, piano piano",
+            .purchaseLine = L"Se ti piace l'app, valuta l'acquisto per supportarla.",
+            .hintHeading = L"A chi e a casa",
+            .hintBody = L"Per uscire, tieni premuto Alt e premi F4 insieme.",
+            .hintSpare = {},
+            .hintOptOut = L"Capito — non mostrare più",
+        };
+    case 5:
+        return {
+            .stampTitle = L"Stempel",
+            .eraserTitle = L"Radierer",
+            .doodleTitle = L"Kritzelei",
+            .stampSubtitle = L"Smiley und Regenbogen - bumm!",
+            .eraserSubtitle = L"Von vorne anfangen",
+            .doodleSubtitle = L"Es wird etwas gemalt",
+            .purchaseLine = L"Wenn dir die App gefaellt, unterstuetze uns bitte mit einem Kauf.",
+            .hintHeading = L"Fuer die Erwachsenen zu Hause",
+            .hintBody = L"Zum Beenden Alt und F4 gleichzeitig druecken.",
+            .hintSpare = {},
+            .hintOptOut = L"Verstanden — nicht mehr anzeigen",
+        };
+    case 6:
+        return {
+            .stampTitle = L"Sello",
+            .eraserTitle = L"Goma",
+            .doodleTitle = L"Garabato",
+            .stampSubtitle = L"Carita y arcoiris, boom!",
+            .eraserSubtitle = L"Empezar de nuevo",
+            .doodleSubtitle = L"Dibuja algo poco a poco",
+            .purchaseLine = L"Si te gusta la aplicacion, por favor apoyanos comprandola.",
+            .hintHeading = L"Para quienes estan en casa",
+            .hintBody = L"Para salir, manten Alt y pulsa F4 al mismo tiempo.",
+            .hintSpare = {},
+            .hintOptOut = L"Entendido — no volver a mostrar",
+        };
+    default:
+        return {
+            .stampTitle = L"STAMP",
+            .eraserTitle = L"ERASER",
+            .doodleTitle = L"DOODLE",
+            .stampSubtitle = L"Smiley, rainbow pop!",
+            .eraserSubtitle = L"Start over",
+            .doodleSubtitle = L"Draws something bit by bit",
+            .purchaseLine = L"If you enjoy it, please support by purchasing.",
+            .hintHeading = L"For grown-ups",
+            .hintBody = L"To quit, hold Alt and press F4.\nPress Esc to clear the screen.",
+            .hintSpare = {},
+            .hintOptOut = L"Got it — don't show this again",
+        };
+    }
+}
+
+void chooseLanguage(const std::wstring &language)
+{
+    int index = displayLanguage();
+    parseLanguageOverride(language, index);
+    labels = labelsIn(index);
 }
