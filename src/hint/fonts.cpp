@@ -1,0 +1,158 @@
+#include "hint/fonts.h"
+
+#include <array>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+static bool pathExists(const fs::path &path)
+{
+    std::error_code ignored;
+    return fs::exists(fs::status(path, ignored));
+}
+
+static fs::path programFolder()
+{
+    wchar_t path[MAX_PATH] = {};
+    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH) return {};
+    return fs::path(path).parent_path();
+}
+
+fs::path familyRoot(const fs::path &programFolder)
+{
+    if (programFolder.empty()) return {};
+    if (pathExists(programFolder / L"Zubworks.exe")) return programFolder;
+    const fs::path parent = programFolder.parent_path();
+    if (!parent.empty() && pathExists(parent / L"Zubworks.exe")) return parent;
+    return {};
+}
+
+fs::path fontsFolder(const fs::path &folder)
+{
+    if (folder.empty()) return {};
+    std::error_code ignored;
+    const fs::path fonts = folder / L"Fonts";
+    return fs::is_directory(fs::status(fonts, ignored)) ? fonts : fs::path();
+}
+
+std::wstring resolveFontPath(const std::wstring &fileName)
+{
+    const fs::path program = programFolder();
+    fs::path folder = fontsFolder(familyRoot(program));
+    if (folder.empty()) folder = fontsFolder(program);
+    if (folder.empty()) return {};
+    const fs::path file = folder / fileName;
+    return pathExists(file) ? file.wstring() : std::wstring();
+}
+
+static bool readWholeFile(const fs::path &path, std::vector<uint8_t> &bytes)
+{
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    if (!file) return false;
+    const std::streamoff size = file.tellg();
+    if (size < 1) return false;
+    file.seekg(0);
+    bytes.resize(size_t(size));
+    return bool(file.read(reinterpret_cast<char *>(bytes.data()), size));
+}
+
+// The first family of a collection made from the holder's bytes; false if any step fails.
+static bool makePrivateFamily(PrivateFontHolder &holder)
+{
+    GdipNewPrivateFontCollection(&holder.collection);
+    if (GdipPrivateAddMemoryFont(holder.collection, holder.bytes.data(), INT(holder.bytes.size())) != Ok)
+        return false;
+    INT count = 0;
+    GdipGetFontCollectionFamilyCount(holder.collection, &count);
+    if (count < 1) return false;
+    GpFontFamily *first = nullptr;
+    INT found = 0;
+    if (GdipGetFontCollectionFamilyList(holder.collection, 1, &first, &found) != Ok || found < 1)
+        return false;
+    return GdipCloneFontFamily(first, &holder.family.family) == Ok;
+}
+
+HintFamily *loadPrivateFamily(PrivateFontHolder &holder, const std::wstring &fileName)
+{
+    if (holder.tried) return holder.loaded ? &holder.family : nullptr;
+    holder.tried = true;
+    const std::wstring path = resolveFontPath(fileName);
+    if (path.empty() || !readWholeFile(path, holder.bytes)) return nullptr;
+    holder.loaded = makePrivateFamily(holder);
+    if (holder.loaded) return &holder.family;
+    holder.family = {};
+    if (holder.collection) GdipDeletePrivateFontCollection(&holder.collection);
+    holder.collection = nullptr;
+    holder.bytes = {};
+    return nullptr;
+}
+
+GpStatus takeStatus(HintFamily &family)
+{
+    const GpStatus status = family.lastStatus;
+    family.lastStatus = Ok;
+    return status;
+}
+
+// False, and the status stays with the family, if the question itself fails.
+static bool hasStyle(HintFamily &family, int style)
+{
+    BOOL available = FALSE;
+    const GpStatus status = GdipIsStyleAvailable(family.family, style, &available);
+    if (status != Ok) family.lastStatus = status;
+    return status == Ok && available;
+}
+
+static HintFamily createSystemFamily(const wchar_t *name)
+{
+    HintFamily family;
+    family.lastStatus = GdipCreateFontFamilyFromName(name, nullptr, &family.family);
+    return family;
+}
+
+HintFamily *systemFamily(bool requireBold)
+{
+    static std::array families = {
+        createSystemFamily(L"HGP創立者角ポップ体 W9"),
+        createSystemFamily(L"HG丸ゴシックM-PRO"),
+        createSystemFamily(L"Yu Kyokasho Yoko"),
+        createSystemFamily(L"Yu Gothic UI"),
+        createSystemFamily(L"Meiryo UI"),
+    };
+    for (HintFamily &family : families) {
+        if (takeStatus(family) != Ok || !family.family) continue;
+        if (!requireBold || hasStyle(family, FontStyleBold)) return &family;
+    }
+    return &families.back();
+}
+
+int headingStyle(HintFamily *family)
+{
+    if (!family || family == &blackFontHolder.family) return FontStyleRegular;
+    return hasStyle(*family, FontStyleBold) ? FontStyleBold : FontStyleRegular;
+}
+
+static HintFamily *ifUsable(HintFamily *family)
+{
+    return takeStatus(*family) == Ok && family->family ? family : nullptr;
+}
+
+HintFamily *usableHeadingFamily()
+{
+    if (!hintHeadingFamily) {
+        hintHeadingFamily = loadPrivateFamily(blackFontHolder, L"MPLUSRounded1c-Black.ttf");
+        if (!hintHeadingFamily) hintHeadingFamily = systemFamily(true);
+    }
+    return ifUsable(hintHeadingFamily);
+}
+
+HintFamily *usableTextFamily()
+{
+    if (!hintTextFamily) {
+        hintTextFamily = loadPrivateFamily(regularFontHolder, L"MPLUSRounded1c-Regular.ttf");
+        if (!hintTextFamily) hintTextFamily = systemFamily(false);
+    }
+    if (hintTextFamily != &regularFontHolder.family) hasStyle(*hintTextFamily, FontStyleRegular);
+    return ifUsable(hintTextFamily);
+}
