@@ -1,0 +1,74 @@
+#include "support/fakes.h"
+
+void seedAll(uint32_t seed)
+{
+    markRng.seed(seed);
+    soundRng.seed(seed + 1);
+    clipRng.seed(seed + 2);
+}
+
+Desk::Desk(const std::vector<RECT> &monitors, MarkColor background)
+{
+    fakes = {};
+    fakes.monitors = monitors;
+    RECT all = {};
+    HDC screenDC = GetDC(nullptr);
+    HBRUSH brush = CreateSolidBrush(background);
+    for (size_t i = 0; i < monitors.size(); ++i) {
+        UnionRect(&all, &all, &monitors[i]);
+        MonitorSurface surface;
+        surface.hwnd = fakeWindow(int(i));
+        surface.rect = monitors[i];
+        surface.width = monitors[i].right - monitors[i].left;
+        surface.height = monitors[i].bottom - monitors[i].top;
+        surface.canvasDC = CreateCompatibleDC(screenDC);
+        surface.canvasBitmap = CreateCompatibleBitmap(screenDC, surface.width, surface.height);
+        SelectObject(surface.canvasDC, surface.canvasBitmap);
+        const RECT canvas = {0, 0, surface.width, surface.height};
+        FillRect(surface.canvasDC, &canvas, brush);
+        surfaces.push_back(surface);
+    }
+    DeleteObject(brush);
+    ReleaseDC(nullptr, screenDC);
+    fakes.screen = {all.left, all.top, all.right - all.left, all.bottom - all.top};
+    recorded = {};
+    canvasDirty = false;
+    seedAll(7);
+}
+
+Desk::~Desk()
+{
+    for (MonitorSurface &surface : surfaces)
+        freeSurfaceBuffers(surface);
+    surfaces.clear();
+}
+
+MarkColor Desk::pixel(int x, int y) const
+{
+    for (const MonitorSurface &surface : surfaces) {
+        if (PtInRect(&surface.rect, {x, y}))
+            return GetPixel(surface.canvasDC, x - surface.rect.left, y - surface.rect.top);
+    }
+    return CLR_INVALID;
+}
+
+void Desk::save(const wchar_t *path) const
+{
+    HDC screenDC = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screenDC);
+    HBITMAP bitmap = CreateCompatibleBitmap(screenDC, fakes.screen.width, fakes.screen.height);
+    HGDIOBJ old = SelectObject(dc, bitmap);
+    for (const MonitorSurface &surface : surfaces) {
+        BitBlt(dc, surface.rect.left - fakes.screen.left, surface.rect.top - fakes.screen.top, surface.width,
+               surface.height, surface.canvasDC, 0, 0, SRCCOPY);
+    }
+    SelectObject(dc, old);
+    GpBitmap *picture = nullptr;
+    GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &picture);
+    const CLSID png = {0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
+    GdipSaveImageToFile(picture, path, &png, nullptr);
+    GdipDisposeImage(picture);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screenDC);
+}

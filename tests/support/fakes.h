@@ -1,0 +1,114 @@
+#pragma once
+// The program's imports, replaced at link time: what it asks the system comes from `fakes`, what it does
+// to the system and draws is kept in `recorded`, and drawing is passed on to real canvases.
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "shell/surfaces.h"
+
+struct Fakes {
+    DWORD tick = 1'000'000;              // GetTickCount
+    int64_t steady = 1'000'000'000'000;  // the steady clock, nanoseconds
+    std::set<int> keysDown;              // GetAsyncKeyState
+    std::vector<RECT> monitors;          // in the order in which the system tells them
+    size_t primaryMonitor = 0;
+    VirtualScreen screen = {};  // metrics 76 to 79; desks set it to the union of their monitors
+    POINT cursor = {};
+    HWND foreground = nullptr;
+    BOOL playResult = TRUE;           // PlaySoundW
+    BOOL postResult = TRUE;           // PostMessageW
+    std::vector<TOUCHINPUT> touches;  // GetTouchInputInfo; it fails while this is empty
+    std::vector<MSG> messages;        // GetMessageW hands these out, then ends the loop
+    DWORD lastError = 0;              // after CreateMutexW
+    std::set<std::string> failing;    // imports that fail, of those below that ask for it
+
+    void passMs(DWORD ms)  // both clocks
+    {
+        tick += ms;
+        steady += int64_t(ms) * 1'000'000;
+    }
+};
+inline Fakes fakes;
+
+struct DrawCall {
+    std::string what;            // the GDI+ function without "Gdip"
+    HDC dc = nullptr;            // whose Graphics it was drawn on
+    std::vector<float> numbers;  // all numbers of the call or of its path, in order
+    uint32_t argb = 0;           // of its brush or pen
+    float penWidth = 0.0f;       // 0 for fills
+    int startCap = 0, endCap = 0, dashCap = 0, join = 0;
+};
+
+struct Invalidation {
+    HWND window;
+    bool whole;
+    RECT rect;
+};
+
+struct Recorded {
+    std::vector<DrawCall> draws;
+    std::vector<Invalidation> invalidations;
+    std::vector<std::pair<const void *, DWORD>> sounds;  // bytes and flags of PlaySoundW
+    std::map<std::pair<HWND, UINT_PTR>, UINT> timers;    // running: window and id, period
+    std::vector<std::string> calls;                      // the rest, in order, e.g. "KillTimer 6"
+    int alive = 0;                                       // GDI+ objects made and not freed
+};
+inline Recorded recorded;
+
+// Handles of windows that only the recorder knows begin here, two apart, in the order of creation.
+inline constexpr intptr_t firstFakeWindow = 0x5A0000;
+inline HWND fakeWindow(int index)
+{
+    return HWND(firstFakeWindow + 2 * index);
+}
+
+// How often a call was made that begins with that text, e.g. "SetTimer 6".
+int countCalls(const std::string &start);
+
+// The place of the first such call among recorded.calls; -1 if there is none.
+int firstCall(const std::string &start);
+
+// Lends a variable a value and gives the old one back.
+template <class T> class Having {
+  public:
+    template <class U> Having(T &where, U &&value) : place(where), old(where)
+    {
+        where = std::forward<U>(value);
+    }
+    ~Having() { place = old; }
+    Having(const Having &) = delete;
+    Having &operator=(const Having &) = delete;
+
+  private:
+    T &place;
+    T old;
+};
+
+// Surfaces with real canvases and fake windows, one per rectangle, for as long as the desk stands. The
+// recorder starts empty, both clocks and all streams at known values.
+class Desk {
+  public:
+    explicit Desk(const std::vector<RECT> &monitors, MarkColor background = 0x000000);
+    ~Desk();
+    Desk(const Desk &) = delete;
+    Desk &operator=(const Desk &) = delete;
+
+    MarkColor pixel(int x, int y) const;   // at a virtual-screen point; CLR_INVALID off all canvases
+    void save(const wchar_t *path) const;  // all canvases as one PNG
+};
+
+// Two monitors: the second lies to the left of the first and lower, at negative x.
+inline const std::vector<RECT> oneMonitor = {{0, 0, 800, 600}};
+inline const std::vector<RECT> twoMonitors = {{0, 0, 800, 600}, {-640, 100, 0, 580}};
+
+void seedAll(uint32_t seed);
+
+// Whether both streams would give the same next output; compares a stream with its replay by hand.
+inline bool sameStream(Rng a, Rng b)
+{
+    return a() == b();
+}
