@@ -7,7 +7,7 @@
 
 struct ImageFrame {
     GpImage *image = nullptr;
-    GpStatus lastStatus = Ok;
+    GpStatus lastStatus = Ok;  // of the last pass that could not clean it; the frame is used all the same
 
     explicit ImageFrame(GpImage *owned) : image(owned) {}
     ~ImageFrame() { GdipDisposeImage(image); }
@@ -15,11 +15,12 @@ struct ImageFrame {
     ImageFrame &operator=(const ImageFrame &) = delete;
 };
 
-// Each holds a frame or nothing; all are let go before GDI+ shuts down.
-inline std::unique_ptr<ImageFrame> bubbleFrame;
-inline std::unique_ptr<ImageFrame> mainFrame;  // of walking, and the default
-inline std::unique_ptr<ImageFrame> happyFrame;
-inline std::unique_ptr<ImageFrame> cheerFrame;
+// Each holds a frame or nothing. Plain pointers: unloadMascotFrames frees them before GDI+ shuts down,
+// which a static destructor would come too late for.
+inline ImageFrame *bubbleFrame = nullptr;
+inline ImageFrame *mainFrame = nullptr;  // of walking, and the default
+inline ImageFrame *happyFrame = nullptr;
+inline ImageFrame *cheerFrame = nullptr;
 
 // Windows has a function of this name, so uses say "struct".
 struct FrameRect {
@@ -35,3 +36,8 @@ std::unique_ptr<ImageFrame> loadFrameFile(const std::filesystem::path &path);
 
 // Where a frame stands whose bottom centre is (x, y), height pixels high (40 at least), moved by bob.
 struct FrameRect frameRect(const ImageFrame *frame, float x, float y, float height, float bob);
+
+// The three passes of loadFrameFile, on a 32-bit ARGB bitmap; one that cannot lock it does nothing.
+void removeSpecks(ImageFrame &frame);   // small islands beside the figure become transparent
+void softenOutline(ImageFrame &frame);  // the dark opaque rim of a cut-out becomes partly transparent
+void bleedColour(ImageFrame &frame);    // transparent pixels beside the figure take its colour

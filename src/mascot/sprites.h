@@ -6,7 +6,7 @@
 #include "shell/windows_api.h"
 
 struct Sprite {
-    HBITMAP bitmap = nullptr;  // 32-bit, premultiplied alpha; null if it could not be made
+    HBITMAP bitmap = nullptr;  // 32-bit, top-down, premultiplied alpha; null if it could not be made
     int size = 0;              // pixels, square
 };
 inline constexpr int showColors = 8;
@@ -26,4 +26,5 @@ inline constexpr std::array<MarkColor, showColors> showPalette = {
 };
 
 void buildSprites();  // returns at once if they exist
-void freeSprites();
+void freeSprites();   // none of them may be selected
+void freeSpriteDC();

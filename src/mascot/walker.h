@@ -38,3 +38,17 @@ bool mascotHit(POINT point);
 
 // Paints the penguin on dc, whose origin is (originX, originY) in the surface's coordinates.
 void drawWalker(HDC dc, const MonitorSurface &surface, int originX, int originY);
+
+// One picture of the penguin, in the coordinates of the Graphics it is drawn on.
+struct FrameRecord {
+    float x = 0.0f;  // its bottom centre
+    float y = 0.0f;
+    float height = 200.0f;
+    float bob = 0.0f;    // pixels downwards
+    float alpha = 1.0f;  // 0 to 1
+    int state = 0;       // 1 bubble, 2 happy, 3 cheering; else, or where that frame is missing, the main one
+    bool mirrored = false;
+};
+
+// Draws it and leaves the Graphics as it was; nothing happens without frames.
+void drawFrame(GraphicsScope &scope, const FrameRecord &record);

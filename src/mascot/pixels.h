@@ -1,0 +1,32 @@
+#pragma once
+// 32-bit bitmaps of GDI+ and their pixels in memory.
+#include <cstdint>
+
+#include "marks/gdi_plus.h"
+
+using OwnedBitmap = std::unique_ptr<GpBitmap, FreedBy<GdipDisposeImage>>;
+
+// A 32-bit ARGB bitmap of at least 1 by 1 pixels; null when GDI+ refuses.
+OwnedBitmap newBitmap(int width, int height);
+
+// The whole bitmap locked for reading and writing, as long as this lives. Without a lock there are no
+// pixels: width and height are 0.
+struct LockedPixels {
+    GpBitmap *bitmap = nullptr;
+    BitmapData data = {};
+    GpStatus status = Ok;
+    int width = 0;
+    int height = 0;
+
+    explicit LockedPixels(GpBitmap *toLock);
+    ~LockedPixels();
+    LockedPixels(const LockedPixels &) = delete;
+    LockedPixels &operator=(const LockedPixels &) = delete;
+
+    // Four bytes: blue, green, red, alpha, not premultiplied.
+    uint8_t *at(int x, int y) const
+    {
+        return static_cast<uint8_t *>(data.Scan0) + ptrdiff_t(data.Stride) * y + ptrdiff_t(4) * x;
+    }
+    bool holds(int x, int y) const { return x >= 0 && y >= 0 && x < width && y < height; }
+};
