@@ -20,7 +20,3 @@ inline std::array<SoundClip, 10> strokeLoops;  // looped while a stroke is drawn
 
 // Fills every slot above; draws its noise from soundRng.
 void buildSoundBankA();
-
-// Two notes and a ringing tenth above the first, the one recipe that is also used while playing.
-// Frequencies in Hz, gain 0 to 1.
-SoundClip genChime(int freqA, int freqB, int ms, float amp);

@@ -1,0 +1,30 @@
+#include "sound/synthesis.h"
+
+#include <cstdlib>
+
+static void amplify(SampleBuffer &samples, float gain)
+{
+    for (int16_t &sample : samples)
+        sample = int16_t(std::clamp(std::lround(float(sample) * gain), -32768L, 32767L));
+}
+
+void normaliseRms(SampleBuffer &samples, float target)
+{
+    if (samples.empty()) return;
+    double squares = 0.0;
+    for (const int16_t sample : samples) {
+        const double value = sample / 32767.0;
+        squares += value * value;
+    }
+    const float rms = float(std::sqrt(squares / double(samples.size())));
+    if (!(rms > 1e-6f)) return;
+    amplify(samples, target / rms);
+}
+
+void normalisePeak(SampleBuffer &samples, float target)
+{
+    int peak = 1;
+    for (const int16_t sample : samples)
+        peak = std::max(peak, std::abs(int(sample)));
+    amplify(samples, target * fullScale / float(peak));
+}
