@@ -56,6 +56,50 @@ OwnedPath newPath()
     return OwnedPath(path);
 }
 
+void drawLine(GraphicsScope &scope, const OwnedPen &pen, float fromX, float fromY, float toX, float toY)
+{
+    scope.note(GdipDrawLine(scope.graphics, pen.get(), fromX, fromY, toX, toY));
+}
+
+void drawLine(GraphicsScope &scope, const OwnedPen &pen, POINT from, POINT to)
+{
+    drawLine(scope, pen, float(from.x), float(from.y), float(to.x), float(to.y));
+}
+
+void fillCircle(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float diameter)
+{
+    scope.note(GdipFillEllipse(scope.graphics, fill.get(), left, top, diameter, diameter));
+}
+
+void fillRect(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float width, float height)
+{
+    scope.note(GdipFillRectangle(scope.graphics, fill.get(), left, top, width, height));
+}
+
+void fillTriangle(GraphicsScope &scope, const OwnedBrush &fill, const Triangle &corners)
+{
+    scope.note(GdipFillPolygon(scope.graphics, fill.get(), corners, 3, FillModeAlternate));
+}
+
+void drawTriangle(GraphicsScope &scope, const OwnedPen &outline, const Triangle &corners)
+{
+    scope.note(GdipDrawPolygon(scope.graphics, outline.get(), corners, 3));
+}
+
+void paintTriangle(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline,
+                   const Triangle &corners)
+{
+    fillTriangle(scope, fill, corners);
+    drawTriangle(scope, outline, corners);
+}
+
+void paintDisc(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, int left, int top,
+               int diameter)
+{
+    scope.note(GdipFillEllipseI(scope.graphics, fill.get(), left, top, diameter, diameter));
+    scope.note(GdipDrawEllipseI(scope.graphics, outline.get(), left, top, diameter, diameter));
+}
+
 void paintEllipse(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left,
                   float top, float width, float height)
 {
@@ -66,6 +110,6 @@ void paintEllipse(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &
 void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left, float top,
                float width, float height)
 {
-    scope.note(GdipFillRectangle(scope.graphics, fill.get(), left, top, width, height));
+    fillRect(scope, fill, left, top, width, height);
     scope.note(GdipDrawRectangle(scope.graphics, outline.get(), left, top, width, height));
 }

@@ -49,7 +49,20 @@ OwnedPen dashCappedPen(uint32_t argb, float width);
 // An empty path in alternate fill mode.
 OwnedPath newPath();
 
+using Triangle = GpPointF[3];
+
+void drawLine(GraphicsScope &scope, const OwnedPen &pen, POINT from, POINT to);
+void drawLine(GraphicsScope &scope, const OwnedPen &pen, float fromX, float fromY, float toX, float toY);
+void fillCircle(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float diameter);
+void fillRect(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float width, float height);
+void fillTriangle(GraphicsScope &scope, const OwnedBrush &fill, const Triangle &corners);
+void drawTriangle(GraphicsScope &scope, const OwnedPen &outline, const Triangle &corners);
+
 // Fill, then outline.
+void paintTriangle(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline,
+                   const Triangle &corners);
+void paintDisc(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, int left, int top,
+               int diameter);
 void paintEllipse(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left,
                   float top, float width, float height);
 void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left, float top,

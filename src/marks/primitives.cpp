@@ -4,8 +4,6 @@
 #include <cmath>
 #include <vector>
 
-static const uint32_t outlineWhite = 0xDCFFFFFF;
-
 // Margins of the point operations below this would put a mark half off the screen.
 static int atLeastFinger(int margin)
 {
@@ -64,6 +62,17 @@ void clampToVirtualScreen(POINT &point)
     const VirtualScreen screen = virtualScreen();
     point.x = std::max<LONG>(std::min<LONG>(point.x, screen.left + screen.width - 1), screen.left);
     point.y = std::max<LONG>(std::min<LONG>(point.y, screen.top + screen.height - 1), screen.top);
+}
+
+int lineReach(int width)
+{
+    return (std::max(width, 1) + 1) / 2 + 4;
+}
+
+RECT lineBounds(POINT a, POINT b, int reach)
+{
+    return {std::min(a.x, b.x) - reach, std::min(a.y, b.y) - reach, std::max(a.x, b.x) + 1 + reach,
+            std::max(a.y, b.y) + 1 + reach};
 }
 
 MonitorSurface *surfaceHolding(POINT point)
@@ -183,4 +192,23 @@ void diamondOnSurface(const MonitorSurface &surface, POINT point, int size, Mark
     const OwnedBrush fill = solidBrush(color, 0xE6);
     const OwnedPen outline = plainPen(outlineWhite, 3.0f);
     paintPolygon(scope, fill, outline, corners, 4);
+}
+
+void shapeOnSurface(const MonitorSurface &surface, Shape shape, POINT point, int size, MarkColor color)
+{
+    switch (shape) {
+    case Shape::star: starOnSurface(surface, point, size, color); return;
+    case Shape::heart: heartOnSurface(surface, point, size, color); return;
+    case Shape::diamond: diamondOnSurface(surface, point, size, color); return;
+    case Shape::cloud: {
+        GraphicsScope scope(surface);
+        drawCloudShape(scope, toLocal(surface, point), size, color);
+        return;
+    }
+    case Shape::flower: {
+        GraphicsScope scope(surface);
+        drawFlowerShape(scope, toLocal(surface, point), size, color);
+        return;
+    }
+    }
 }

@@ -22,6 +22,8 @@ POINT middleOf(const RECT &rect);
 // The middle of the launch surface; without surfaces, of the virtual screen.
 POINT launchMiddle();
 
+inline constexpr uint32_t outlineWhite = 0xDCFFFFFF;  // around every shape
+
 void drawStarShape(GraphicsScope &scope, POINT centre, int outerRadius, int innerRadius, int vertexCount,
                    MarkColor color, float penWidth);
 void drawHeartShape(GraphicsScope &scope, POINT centre, int size, MarkColor color, float widthScale,
@@ -34,18 +36,36 @@ void starOnSurface(const MonitorSurface &surface, POINT point, int size, MarkCol
 void heartOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
 void diamondOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
 
+enum class Shape { star, heart, diamond, cloud, flower };
+
+// Any of the five, with its own draws if it has some.
+void shapeOnSurface(const MonitorSurface &surface, Shape shape, POINT point, int size, MarkColor color);
+
 // A virtual-screen point in the surface's own coordinates.
 inline POINT toLocal(const MonitorSurface &surface, POINT point)
 {
     return {point.x - surface.rect.left, point.y - surface.rect.top};
 }
 
-// Whether a local point lies on the surface grown by margin, its far edges included.
+// Whether a local coordinate lies on the surface grown by margin, its far edge included.
+inline bool inReachX(const MonitorSurface &surface, int x, int margin)
+{
+    return x >= -margin && x <= surface.width + margin;
+}
+inline bool inReachY(const MonitorSurface &surface, int y, int margin)
+{
+    return y >= -margin && y <= surface.height + margin;
+}
 inline bool inReach(const MonitorSurface &surface, POINT local, int margin)
 {
-    return local.x >= -margin && local.y >= -margin && local.x <= surface.width + margin &&
-           local.y <= surface.height + margin;
+    return inReachX(surface, local.x, margin) && inReachY(surface, local.y, margin);
 }
+
+// How far a line of that width reaches beyond its end points, with some room.
+int lineReach(int width);
+
+// The box of two points, grown by reach.
+RECT lineBounds(POINT a, POINT b, int reach);
 
 // The first surface that holds the point with 8 pixels to spare, far edges excluded; null if none does.
 MonitorSurface *surfaceHolding(POINT point);

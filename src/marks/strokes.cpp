@@ -39,23 +39,6 @@ void tapMark(POINT point)
     }
 }
 
-// How far a line of that width reaches beyond its end points, with some room.
-static int lineReach(int width)
-{
-    return (std::max(width, 1) + 1) / 2 + 4;
-}
-
-static RECT lineBounds(POINT a, POINT b, int reach)
-{
-    return {std::min(a.x, b.x) - reach, std::min(a.y, b.y) - reach, std::max(a.x, b.x) + 1 + reach,
-            std::max(a.y, b.y) + 1 + reach};
-}
-
-static void drawLine(GraphicsScope &scope, const OwnedPen &pen, POINT a, POINT b)
-{
-    scope.note(GdipDrawLine(scope.graphics, pen.get(), float(a.x), float(a.y), float(b.x), float(b.y)));
-}
-
 void brushStroke(POINT from, POINT to, int sizeA, int sizeB)
 {
     const int low = std::min(sizeA, sizeB);
