@@ -36,6 +36,7 @@ void starOnSurface(const MonitorSurface &surface, POINT point, int size, MarkCol
 void heartOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
 void diamondOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
 
+// In the order in which keys and scattering count them.
 enum class Shape { star, heart, diamond, cloud, flower };
 
 // Any of the five, with its own draws if it has some.
