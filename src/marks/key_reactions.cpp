@@ -1,19 +1,175 @@
 #include "marks/key_reactions.h"
 
-POINT keyPlacement(uint32_t)
+#include <algorithm>
+#include <cmath>
+
+#include "marks/bursts.h"
+#include "marks/notes.h"
+#include "marks/stamps.h"
+#include "marks/strokes.h"
+#include "sound/playback.h"
+#include "sound/speech.h"
+
+POINT keyPlacement(uint32_t key)
 {
-    return {};
+    const MonitorSurface *surface = launchSurface();
+    if (!surface || surface->width <= 0 || surface->height <= 0) {
+        const VirtualScreen screen = virtualScreen();
+        const int x = randInt(screen.left, screen.left + screen.width - 1);
+        const int y = randInt(screen.top, screen.top + screen.height - 1);
+        return {x, y};
+    }
+    const uint32_t hash = (key + 1) * 2654435761u;  // the golden ratio's share of 2 to the power 32
+    const int boxWidth = std::max(surface->width / 3, 120);
+    const int boxHeight = std::max(surface->height / 3, 120);
+    const POINT middle = middleOf(surface->rect);
+    POINT point = {middle.x + int(hash % uint32_t(boxWidth)) - boxWidth / 2,
+                   middle.y + int(hash / 97 % uint32_t(boxHeight)) - boxHeight / 2};
+    clampToVirtualScreen(point);
+    return point;
 }
-void keyReaction(uint32_t, int) {}
+
+static void keyShape(Shape shape, POINT point, int size, MarkColor color)
+{
+    for (const MonitorSurface &surface : surfaces) {
+        if (!inReach(surface, toLocal(surface, point), 2 * size)) continue;
+        shapeOnSurface(surface, shape, point, size, color);
+        invalidateWhole(surface);
+    }
+}
+
+void keyReaction(uint32_t key, int repeat)
+{
+    static constexpr void (*stamps[])(POINT) = {stampFace, stampSun,  stampHouse,  stampBalloon,
+                                                stampTree, stampFish, stampRocket, stampStickFigure};
+    canvasDirty = true;
+    flushBackdrop();
+    const POINT point = keyPlacement(key);
+    const uint32_t keyClass = key % 13;
+    const int level = std::clamp(repeat - 1, 0, 5);
+    const int growth = level * 6;
+    MarkColor color = keyPalette[key % 10];
+    if (level >= 4) color = randColor(120, 245);  // drawn for stamps too, which ignore it
+    if (keyClass < 5) {
+        const int size = int(key * 17 % 40) + 56 + growth;
+        keyShape(Shape(keyClass), point, size, color);
+    } else {
+        stamps[keyClass - 5](point);
+    }
+    if (level >= 4) {
+        for (int i = 0; i < 2; ++i) {
+            const int dx = randInt(-(70 + growth), 70 + growth);
+            const int dy = randInt(-5 * (level + 11), 5 * (level + 11));
+            tapMark({point.x + dx, point.y + dy});
+        }
+    }
+    if (level == 5 && randInt(0, 99) < 28) scatterMarks(false);
+}
+
 bool updateKeyMash()
 {
-    return {};
+    const int64_t now = steadyNow();
+    if (within(now, lastMashTime, 520)) {
+        keyMashCount = std::min(keyMashCount + 1, 50);
+    } else {
+        keyMashCount = std::max(keyMashCount - 2, 1);  // it decays, it does not start over
+    }
+    lastMashTime = now;
+    return keyMashCount >= 2;
 }
-int countSameKey(uint32_t, bool)
+
+int countSameKey(uint32_t key, bool autoRepeat)
 {
-    return {};
+    if (autoRepeat) return key == lastKeyCode ? sameKeyCount : 1;
+    const int64_t now = steadyNow();
+    if (key == lastKeyCode && within(now, lastKeyTime, 900)) {
+        // One step in half a second at most, however quickly the child presses.
+        const bool bumpDue = lastBumpTime == noTime || now - lastBumpTime >= 500'000'000;
+        if (sameKeyCount < 6 && bumpDue) {
+            ++sameKeyCount;
+            lastBumpTime = now;
+        }
+    } else {
+        lastKeyCode = key;
+        sameKeyCount = 1;
+        lastBumpTime = now;
+    }
+    lastKeyTime = now;
+    return sameKeyCount;
 }
-void flushPendingKey() {}
-void noteSpiral() {}
-void resetSpiral() {}
-void resetKeyState(HWND) {}
+
+void flushPendingKey()
+{
+    if (!pendingKey) return;
+    pendingKey = false;
+    if (keyMashCount >= 2) {
+        cutSpeech();
+        noteSpiral();
+        return;
+    }
+    keyReaction(pendingKeyCode, sameKeyCount);
+    if (soundEnabled && passGate(lastKeySoundTick, 55)) playKeySound(pendingKeyCode, sameKeyCount);
+}
+
+// One note of the spiral: the golden angle from the one before, flattened to 82 per cent of its height.
+static void spiralNote(int index, int count)
+{
+    const float i = float(index);
+    const float angle = sinf(i * 1.7f) * 0.08f + i * 2.3999631f + spiralAngle;
+    const float wanted = (powf(i / float(count), 0.75f) * 0.78f + 0.22f) * spiralRadius + 52.0f + i * 26.0f;
+    const float distance = std::min(wanted, 460.0f);
+    const int jitter = randInt(-10, 10);  // of both coordinates
+    const POINT point = {jitter + lroundf(cosf(angle) * distance) + spiralCentre.x,
+                         jitter + lroundf(sinf(angle) * distance * 0.82f) + spiralCentre.y};
+    MarkColor color;
+    if (sameKeyCount >= 5) {
+        color = keyPalette[(lastKeyCode + uint32_t(sameKeyCount)) % 10];
+    } else {
+        color = randColor(120, 245);
+    }
+    const int kind = randInt(0, 2);
+    drawMusicNote(point, kind, color, sameKeyCount);
+}
+
+void noteSpiral()
+{
+    canvasDirty = true;
+    flushBackdrop();
+    POINT cursor = spiralCentre;
+    GetCursorPos(&cursor);
+    if (!spiralCentreValid) spiralCentre = cursor;
+    spiralCentreValid = true;
+    spiralRadius = std::min(spiralRadius + 7.0f, 420.0f);
+    spiralAngle += 0.1f;
+    spiralCentre.x += (cursor.x - spiralCentre.x) / 6;
+    spiralCentre.y += (cursor.y - spiralCentre.y) / 6;
+    const int count = std::clamp(keyMashCount / 4 + sameKeyCount / 3 + 2, 3, 10);
+    for (int i = 0; i < count; ++i)
+        spiralNote(i, count);
+    if (randInt(0, 99) < std::min(sameKeyCount * 2 + 68, 90)) scatterMarks(false);
+    if (soundEnabled) playMashVoice();
+}
+
+void resetSpiral()
+{
+    spiralCentreValid = false;
+    lastSpiralTick = 0;
+    spiralRadius = 70.0f;
+    spiralAngle = 0.0f;
+}
+
+void resetKeyState(HWND window)
+{
+    KillTimer(window, 6);
+    cutSpeech();
+    pendingKey = false;
+    pendingKeyCode = 0;
+    pendingKeyFlags = 0;
+    keyMashCount = 0;
+    lastKeyCode = 0;
+    sameKeyCount = 0;
+    lastKeyTime = noTime;
+    lastBumpTime = noTime;
+    lastMashTime = noTime;
+    resetSpiral();
+}
