@@ -26,13 +26,17 @@ inline MarkColor outlineColor = 0;
 // One firing of timer 3: one step, then the next interval or the end of the run.
 void onTimer3();
 
+// Milliseconds until the next step; may start a flurry of action 3, and counts its steps.
+int nextStepPause();
+
 // One step of action 3.
 void autoDrawStep();
 
 // Draws the next few points of outlineQueue; true if anything was drawn.
 bool traceOutlineStep();
 
-// Empties the pen's path and the picture being traced; an open scene stays open and goes on later.
+// Empties the pen's path and the picture being traced and ends a flurry; an open scene stays open and goes
+// on later.
 void resetPen();
 
 // Ends action 1 or 3. Nothing happens while neither runs.

@@ -1,7 +1,278 @@
 #include "clearing/wipes.h"
 
-void startWipe() {}
-void stopWipe() {}
-void wipeTick() {}
-void drawRingBlobs(GraphicsScope &, const MonitorSurface &, float) {}
-void drawRevealRays(GraphicsScope &, const MonitorSurface &, float, bool) {}
+#include <algorithm>
+#include <cmath>
+
+#include "autodraw/sequencer.h"
+#include "sound/playback.h"
+
+void startWipe()
+{
+    stopAutoDrawing();
+    canvasDirty = true;
+    flushBackdrop();
+    revealWipe = false;
+    if (randInt(0, 99) >= 4) {
+        static constexpr int plainStyles[] = {0, 1, 2, 3, 4, 6};
+        const int choice = randInt(0, 5);
+        wipeStyle = plainStyles[choice];
+    } else {
+        wipeStyle = randInt(0, 1) == 0 ? 5 : 7;
+        revealWipe = true;
+        revealColor = pickBackgroundColor();
+    }
+    wipeScale = randInt(0, 2);
+    wipeCorner = randInt(0, 3);
+    wipeStep = 0;
+    wipeRunning = true;
+    backgroundColor = pickBackgroundColor();
+    SetTimer(primaryWindow(), 5, 16, nullptr);
+    startWipeLoop();
+}
+
+static void haltWipe()
+{
+    KillTimer(primaryWindow(), 5);
+    wipeRunning = false;
+    stopWipeLoop();
+}
+
+void stopWipe()
+{
+    if (!wipeRunning || surfaces.empty()) return;
+    haltWipe();
+    for (const MonitorSurface &surface : surfaces)
+        invalidateWhole(surface);
+}
+
+static void fillCanvas(const MonitorSurface &surface, HBRUSH brush, const RECT &part)
+{
+    FillRect(surface.canvasDC, &part, brush);
+}
+
+static void repaint(const MonitorSurface &surface, const RECT &part)
+{
+    invalidateMarkRect(surface, part.left, part.top, part.right, part.bottom);
+}
+
+// How far an edge has come across length pixels after that many steps: about a hundredth a step.
+static int edgeAfter(int steps, int length)
+{
+    if (steps == 0) return 0;
+    return std::min(length, steps * std::max(1, length / 100) + 4);
+}
+
+// The edge comes from the left, or from the right when mirrored.
+static bool wipeAcross(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
+{
+    const int width = surface.width;
+    const int before = edgeAfter(wipeStep, width);
+    const int edge = edgeAfter(wipeStep + 1, width);
+    if (mirrored) {
+        fillCanvas(surface, brush, {width - edge, 0, width, surface.height});
+        repaint(surface, {width - edge, 0, width - before, surface.height});
+    } else {
+        fillCanvas(surface, brush, {0, 0, edge, surface.height});
+        repaint(surface, {before, 0, edge, surface.height});
+    }
+    return edge >= width;
+}
+
+// The edge comes from the top, or from the bottom when mirrored.
+static bool wipeDown(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
+{
+    const int height = surface.height;
+    const int before = edgeAfter(wipeStep, height);
+    const int edge = edgeAfter(wipeStep + 1, height);
+    if (mirrored) {
+        fillCanvas(surface, brush, {0, height - edge, surface.width, height});
+        repaint(surface, {0, height - edge, surface.width, height - before});
+    } else {
+        fillCanvas(surface, brush, {0, 0, surface.width, edge});
+        repaint(surface, {0, before, surface.width, edge});
+    }
+    return edge >= height;
+}
+
+// The part of a canvas from left to right and top to bottom, counted from the corner of this wipe.
+static RECT fromCorner(const MonitorSurface &surface, int left, int top, int right, int bottom)
+{
+    RECT part = {left, top, right, bottom};
+    if (wipeCorner & 1) {
+        part.left = surface.width - right;
+        part.right = surface.width - left;
+    }
+    if (wipeCorner & 2) {
+        part.top = surface.height - bottom;
+        part.bottom = surface.height - top;
+    }
+    return part;
+}
+
+static bool wipeFromCorner(const MonitorSurface &surface, HBRUSH brush)
+{
+    const int widthBefore = edgeAfter(wipeStep, surface.width);
+    const int heightBefore = edgeAfter(wipeStep, surface.height);
+    const int width = edgeAfter(wipeStep + 1, surface.width);
+    const int height = edgeAfter(wipeStep + 1, surface.height);
+    fillCanvas(surface, brush, fromCorner(surface, 0, 0, width, height));
+    repaint(surface, fromCorner(surface, widthBefore, 0, width, height));
+    repaint(surface, fromCorner(surface, 0, heightBefore, widthBefore, height));
+    return width >= surface.width && height >= surface.height;
+}
+
+// A band goes down the canvas and leaves its colour behind, so nothing above it is filled again.
+static bool wipeBand(const MonitorSurface &surface, HBRUSH brush)
+{
+    const int y = int(wipeStep / 180.0 * surface.height);
+    const int half = std::max(70, surface.height / 18);
+    const RECT band = {0, std::max(0, y - half), surface.width, std::min(surface.height, y + half)};
+    fillCanvas(surface, brush, band);
+    repaint(surface, band);
+    return wipeStep > 180;
+}
+
+void drawRingBlobs(GraphicsScope &scope, const MonitorSurface &surface, float t)
+{
+    const float s = float(wipeScale);
+    const float middleX = float(surface.width) * 0.5f;
+    const float middleY = float(surface.height) * 0.5f;
+    const float smaller = float(std::min(surface.width, surface.height));
+    const int count = 10 + 4 * wipeScale;
+    // Two spins of different speed make the ring lean and wobble as it widens.
+    const float spinX = (s * 0.4f + 0.8f) * t;
+    const float spinY = (s * 0.3f + 1.2f) * t;
+    const float radiusFactor = (s * 0.07f + 0.44f) * t + 0.035f;
+    const float baseWidth = (s * 22.0f + 58.0f) * t + 22.0f;
+    const float baseHeight = (s * 16.0f + 40.0f) * t + 14.0f;
+    const OwnedBrush blob = solidBrush(backgroundColor, 88);
+    for (int i = 0; i < count; ++i) {
+        const float angle = float(i) / float(count) * 2.0f * 3.1415927f;
+        const int radiusChange = randInt(-11, 11);
+        const int widthChange = randInt(-7, 9);
+        const int heightChange = randInt(-5, 7);
+        const float radius = smaller * radiusFactor + float(radiusChange);
+        const float width = float(widthChange) + baseWidth;
+        const float height = float(heightChange) + baseHeight;
+        const float x = cosf(spinX + angle) * radius + middleX;
+        const float y = sinf(spinY + angle) * radius + middleY;
+        scope.note(
+            GdipFillEllipse(scope.graphics, blob.get(), x - width * 0.5f, y - height * 0.5f, width, height));
+    }
+}
+
+// A veil over the whole canvas and a wheel of strokes. Veils pile up from tick to tick: the second half
+// of a reveal wipe turns everything to revealColor.
+void drawRevealRays(GraphicsScope &scope, const MonitorSurface &surface, float t, bool inward)
+{
+    const float u = std::clamp(t, 0.0f, 1.0f);
+    const float middleX = float(surface.width) * 0.5f;
+    const float middleY = float(surface.height) * 0.5f;
+    const float reach = hypotf(float(surface.width), float(surface.height)) * 0.58f;
+    const int veilAlpha = int(std::clamp((u - 0.45f) * 420.0f, 0.0f, 170.0f));
+    const OwnedBrush veil = solidBrush(revealColor, veilAlpha);
+    scope.note(GdipFillRectangle(scope.graphics, veil.get(), 0.0f, 0.0f, float(surface.width),
+                                 float(surface.height)));
+    for (int i = 0; i < 14; ++i) {
+        const float angle = float(i) / 14.0f * 2.0f * 3.1415927f + u * 1.8f;
+        float start = (u * 0.7f + 0.25f) * reach;
+        float end = start * 0.88f;
+        if (inward) {
+            start = (0.95f - u * 0.72f) * reach;
+            end = start * 0.34f;
+        }
+        const int alphaChange = randInt(-18, 16);
+        const int alpha = int(std::clamp(float(alphaChange) + u * 150.0f + 40.0f, 28.0f, 205.0f));
+        const OwnedPen ray = cappedPen(toArgb(revealColor, alpha), u * 5.0f + 3.0f);
+        scope.note(GdipDrawLine(scope.graphics, ray.get(), cosf(angle) * start + middleX,
+                                sinf(angle) * start + middleY, cosf(angle + 0.35f) * end + middleX,
+                                sinf(angle + 0.35f) * end + middleY));
+    }
+}
+
+static bool wipeRing(const MonitorSurface &surface)
+{
+    const float t = std::min(1.0f, float(wipeStep) / 50.0f);
+    {
+        GraphicsScope scope(surface);
+        drawRingBlobs(scope, surface, t);
+        drawRevealRays(scope, surface, t, true);
+    }
+    invalidateWhole(surface);
+    return t >= 1.0f;
+}
+
+// Three bubbles that swing from side to side and sink from a fifth of the height to 85 % of it.
+static void drawBubbles(GraphicsScope &scope, const MonitorSurface &surface, float t)
+{
+    const float width = float(surface.width);
+    const float height = float(surface.height);
+    const float packX = sinf(t * 35.0f) * width * 0.35f + width * 0.5f;
+    const float packY = cosf(t * 42.0f) * height * 0.06f + (t * 0.65f + 0.2f) * height;
+    const float reachX = float(std::max(surface.width / 7, 170)) * 0.25f;
+    const float reachY = float(std::max(surface.height / 11, 90)) * 0.22f;
+    const OwnedBrush fill = solidBrush(backgroundColor, 116);
+    const OwnedPen shine = plainPen(0x60FFFFFF, 1.7f);
+    for (int i = 0; i < 3; ++i) {
+        const float dx = sinf(float(i * 7 + 22) * t) * reachX;
+        const float dy = cosf(float(i * 5 + 25) * t) * reachY;
+        const float w = float(i * 12 + 118);
+        const float h = float(i * 8 + 64);
+        const float left = packX - w * 0.5f + dx;
+        const float top = packY - h * 0.5f + dy;
+        scope.note(GdipFillEllipse(scope.graphics, fill.get(), left, top, w, h));
+        scope.note(GdipDrawEllipse(scope.graphics, shine.get(), left + 4.0f, top + 4.0f, w - 8.0f, h - 8.0f));
+    }
+}
+
+static bool wipeBubbles(const MonitorSurface &surface)
+{
+    const float t = std::min(1.0f, float(wipeStep) / 115.0f);
+    {
+        GraphicsScope scope(surface);
+        drawBubbles(scope, surface, t);
+        drawRevealRays(scope, surface, t, false);
+    }
+    invalidateWhole(surface);
+    return t >= 1.0f;
+}
+
+// One step on one surface; true when it is done there.
+static bool wipeSurface(const MonitorSurface &surface, HBRUSH brush)
+{
+    switch (wipeStyle) {
+    case 0: return wipeAcross(surface, brush, false);
+    case 1: return wipeAcross(surface, brush, true);
+    case 2: return wipeDown(surface, brush, false);
+    case 3: return wipeDown(surface, brush, true);
+    case 4: return wipeFromCorner(surface, brush);
+    case 5: return wipeRing(surface);
+    case 6: return wipeBand(surface, brush);
+    default: return wipeBubbles(surface);
+    }
+}
+
+static void floodWithRevealColor()
+{
+    backgroundColor = revealColor;
+    HBRUSH brush = CreateSolidBrush(revealColor);
+    for (const MonitorSurface &surface : surfaces) {
+        fillCanvas(surface, brush, {0, 0, surface.width, surface.height});
+        invalidateWhole(surface);
+    }
+    DeleteObject(brush);
+}
+
+void wipeTick()
+{
+    HBRUSH brush = CreateSolidBrush(backgroundColor);
+    bool done = false;
+    for (const MonitorSurface &surface : surfaces)
+        done = wipeSurface(surface, brush);  // the last surface alone decides, on purpose
+    DeleteObject(brush);
+    ++wipeStep;
+    if (!done && wipeStep <= 185) return;
+    if (revealWipe) floodWithRevealColor();
+    haltWipe();
+    revealWipe = false;
+}
