@@ -1,9 +1,9 @@
 #pragma once
 // Scenes that are bolder than sketches and recognisable. Drawn a step at a time like them.
-#include "marks/primitives.h"
 
 inline bool motifActive = false;
 
+// Lays out a new motif; forgets an open scene of either kind.
 void startMotif();
 
 // Draws the next step; true on every step, false if no motif is open.

@@ -1,13 +1,10 @@
 #pragma once
 // Scenes of thin strokes and blobs, laid out once and drawn a step at a time. An open scene survives a
 // stop and goes on with its layout.
-#include <vector>
-
-#include "marks/primitives.h"
 
 inline bool sketchActive = false;
-inline std::vector<POINT> sketchPoints;  // virtual-screen points, laid out by startSketch
 
+// Lays out a new sketch; forgets an open scene of either kind.
 void startSketch();
 
 // Draws the next step; true only on the last one, or if no sketch is open.
