@@ -13,6 +13,9 @@ template <auto freeIt> struct FreedBy {
 using OwnedBrush = std::unique_ptr<GpSolidFill, FreedBy<GdipDeleteBrush>>;
 using OwnedPen = std::unique_ptr<GpPen, FreedBy<GdipDeletePen>>;
 using OwnedPath = std::unique_ptr<GpPath, FreedBy<GdipDeletePath>>;
+using OwnedFontFamily = std::unique_ptr<GpFontFamily, FreedBy<GdipDeleteFontFamily>>;
+using OwnedFont = std::unique_ptr<GpFont, FreedBy<GdipDeleteFont>>;
+using OwnedStringFormat = std::unique_ptr<GpStringFormat, FreedBy<GdipDeleteStringFormat>>;
 
 // An anti-aliased Graphics for one mark on one surface, gone at the mark's end. Coordinates are
 // surface-local.
