@@ -7,6 +7,20 @@ void seedAll(uint32_t seed)
     clipRng.seed(seed + 2);
 }
 
+TestFolder::TestFolder()
+    : path(std::filesystem::temp_directory_path() / ("zubbly" + std::to_string(GetCurrentProcessId())))
+{
+    std::filesystem::create_directories(path);
+    fakes.folder = path;
+}
+
+TestFolder::~TestFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+    fakes.folder.clear();
+}
+
 Desk::Desk(const std::vector<RECT> &monitors, MarkColor background)
 {
     fakes = {};

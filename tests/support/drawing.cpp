@@ -232,3 +232,16 @@ WRAP(GdipRotateWorldTransform, (GpGraphics * graphics, REAL angle, GpMatrixOrder
     record("RotateWorldTransform", graphics, nullptr, {angle, float(order)});
     return __real_GdipRotateWorldTransform(graphics, angle, order);
 }
+
+// numbers: the layout rectangle, the text's own inside it, the characters that fitted, and all of them.
+WRAP(GdipDrawString, (GpGraphics * graphics, const WCHAR *text, INT length, const GpFont *font,
+                      const RectF *layout, const GpStringFormat *format, const GpBrush *brush))
+{
+    RectF box;
+    INT fitted = 0;
+    GdipMeasureString(graphics, text, length, font, layout, format, &box, &fitted, nullptr);
+    record("DrawString", graphics, brush,
+           {layout->X, layout->Y, layout->Width, layout->Height, box.X, box.Y, box.Width, box.Height,
+            float(fitted), float(length)});
+    return __real_GdipDrawString(graphics, text, length, font, layout, format, brush);
+}

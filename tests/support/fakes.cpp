@@ -251,6 +251,42 @@ REPLACE_IMPORT(CoInitializeEx) = [](LPVOID, DWORD) -> HRESULT {
 };
 REPLACE_IMPORT(CoUninitialize) = []() { log("CoUninitialize"); };
 
+REPLACE_IMPORT(GetModuleFileNameW) = [](HMODULE module, LPWSTR text, DWORD size) -> DWORD {
+    if (fakes.programFile.empty()) return REAL(GetModuleFileNameW)(module, text, size);
+    const size_t length = std::min(fakes.programFile.copy(text, size - 1), size_t(size));
+    text[length] = 0;
+    return fakes.programFile.size() < size ? DWORD(length) : size;
+};
+REPLACE_IMPORT(GetLocalTime) = [](LPSYSTEMTIME time) { *time = fakes.localTime; };
+REPLACE_IMPORT(CoCreateInstance) = [](REFCLSID id, LPUNKNOWN, DWORD, REFIID, void **object) -> HRESULT {
+    log("CoCreateInstance");
+    return fakes.makeObject ? fakes.makeObject(id, object) : REGDB_E_CLASSNOTREG;
+};
+REPLACE_IMPORT(OpenClipboard) = [](HWND window) -> BOOL {
+    log("OpenClipboard " + nameOf(window));
+    return !fakes.failing.contains("OpenClipboard");
+};
+REPLACE_IMPORT(EmptyClipboard) = []() -> BOOL {
+    log("EmptyClipboard");
+    return TRUE;
+};
+REPLACE_IMPORT(SetClipboardData) = [](UINT format, HANDLE data) -> HANDLE {
+    log("SetClipboardData " + std::to_string(format));
+    return data;
+};
+REPLACE_IMPORT(CloseClipboard) = []() -> BOOL {
+    log("CloseClipboard");
+    return TRUE;
+};
+REPLACE_IMPORT(EnableWindow) = [](HWND window, BOOL enable) -> BOOL {
+    log("EnableWindow " + nameOf(window) + " " + std::to_string(enable));
+    return FALSE;
+};
+REPLACE_IMPORT(AllowSetForegroundWindow) = [](DWORD process) -> BOOL {
+    log("AllowSetForegroundWindow " + std::to_string(int(process)));
+    return TRUE;
+};
+
 REPLACE_IMPORT(PlaySoundW) = [](LPCWSTR bytes, HMODULE, DWORD flags) -> BOOL {
     recorded.sounds.push_back({bytes, flags});
     return fakes.playResult;
@@ -264,6 +300,27 @@ WRAP(ImmAssociateContext, HIMC WINAPI, (HWND window, HIMC))
 {
     log("ImmAssociateContext " + nameOf(window));
     return nullptr;
+}
+
+extern "C" HRESULT WINAPI __real_SHGetKnownFolderPath(REFKNOWNFOLDERID, DWORD, HANDLE, PWSTR *);
+WRAP(SHGetKnownFolderPath, HRESULT WINAPI, (REFKNOWNFOLDERID id, DWORD flags, HANDLE token, PWSTR *path))
+{
+    if (fakes.failing.contains("SHGetKnownFolderPath")) return E_FAIL;
+    if (fakes.folder.empty()) return __real_SHGetKnownFolderPath(id, flags, token, path);
+    const std::wstring folder = fakes.folder.wstring();
+    *path = static_cast<PWSTR>(CoTaskMemAlloc((folder.size() + 1) * sizeof(wchar_t)));
+    folder.copy(*path, folder.size());
+    (*path)[folder.size()] = 0;
+    return S_OK;
+}
+
+using WallTime = std::chrono::system_clock::time_point;
+extern "C" WallTime __real__ZNSt6chrono3_V212system_clock3nowEv();
+extern "C" WallTime __wrap__ZNSt6chrono3_V212system_clock3nowEv();
+extern "C" WallTime __wrap__ZNSt6chrono3_V212system_clock3nowEv()
+{
+    return fakes.wallSeconds ? WallTime(std::chrono::seconds(fakes.wallSeconds))
+                             : __real__ZNSt6chrono3_V212system_clock3nowEv();
 }
 
 extern "C" std::chrono::steady_clock::time_point __wrap__ZNSt6chrono3_V212steady_clock3nowEv();

@@ -2,6 +2,8 @@
 // The program's imports, replaced at link time: what it asks the system comes from `fakes`, what it does
 // to the system and draws is kept in `recorded`, and drawing is passed on to real canvases.
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -24,7 +26,12 @@ struct Fakes {
     std::vector<TOUCHINPUT> touches;  // GetTouchInputInfo; it fails while this is empty
     std::vector<MSG> messages;        // GetMessageW hands these out, then ends the loop
     DWORD lastError = 0;              // after CreateMutexW
-    std::set<std::string> failing;    // imports that fail, of those below that ask for it
+    std::wstring programFile;         // GetModuleFileNameW; the real answer while empty
+    std::filesystem::path folder;     // every known folder of the user; the real ones while empty
+    int64_t wallSeconds = 0;          // the system clock, UTC since 1970; the real time while 0
+    SYSTEMTIME localTime = {};        // GetLocalTime
+    std::function<HRESULT(REFCLSID, void **)> makeObject;  // CoCreateInstance; it fails while this is empty
+    std::set<std::string> failing;  // imports that fail, of those below that ask for it
 
     void passMs(DWORD ms)  // both clocks
     {
@@ -104,6 +111,14 @@ class Desk {
 // Two monitors: the second lies to the left of the first and lower, at negative x.
 inline const std::vector<RECT> oneMonitor = {{0, 0, 800, 600}};
 inline const std::vector<RECT> twoMonitors = {{0, 0, 800, 600}, {-640, 100, 0, 580}};
+
+// A folder for one test; it is the user's every known folder (fakes.folder) and gone at the test's end.
+// Stands inside a desk, which empties the fakes.
+struct TestFolder {
+    const std::filesystem::path path;
+    TestFolder();
+    ~TestFolder();
+};
 
 void seedAll(uint32_t seed);
 
