@@ -1,0 +1,129 @@
+# Sourced by the end-to-end scripts (and by ./play where no display is): a display, a Wine prefix and, if asked
+# for, a sound card of the script's own; all of it is gone at the end, whatever happens. Points are the
+# program's: 0,0 is the upper left corner of the primary monitor.
+set -euo pipefail
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+exe=${ZUBBLY_EXE:-$top/build/windows/Zubbly.exe}
+name=$(basename "$0" .sh)
+mkdir -p "$top/build/e2e"
+work=$(mktemp -d "$top/build/e2e/$name.XXXXXX")
+helpers=()
+export HOME=$work XDG_RUNTIME_DIR=$work WINEPREFIX=$work/prefix WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml,winedbg.exe,winemenubuilder.exe="  # with a debugger a crash may exit with 0
+data=$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/norvanta/Zubworks/Zubbly
+
+fail() { echo "$name: $*" >&2; exit 1; }
+x() { timeout 10 xdotool "$@"; }
+picture() { timeout 20 import -window root -depth 8 "$1"; }
+
+at_end() {
+    local code=$?
+    trap - EXIT
+    if [ $code != 0 ] && [ -n "${DISPLAY:-}" ]; then picture "$top/build/e2e/$name-failed.png" || true; fi
+    timeout 20 wineserver -k || true
+    [ ${#helpers[@]} = 0 ] || kill "${helpers[@]}" 2>/dev/null || true
+    wait
+    rm -rf "$work"
+    exit $code
+}
+trap at_end EXIT
+trap 'exit 1' INT TERM HUP
+
+# soon SECONDS COMMAND...: asks again until the command says yes; a failure when it never does.
+soon() {
+    local limit=$((SECONDS + $1))
+    shift
+    until "$@" >/dev/null 2>&1; do
+        [ $SECONDS -lt $limit ] || return 1
+        sleep 0.05
+    done
+}
+
+# settings LINE...: what the section [Zubbly] of the settings file holds at the next launch.
+settings() {
+    mkdir -p "$data"
+    { printf '\xff\xfe' && printf '%s\r\n' '[Zubbly]' "$@" | iconv -t UTF-16LE; } >"$data/config.ini"
+}
+
+# sound_card: before desktop; everything the program plays is in $work/sound.s16 (mono, 44100 Hz).
+sound_card() {
+    export PULSE_SERVER=unix:$work/card
+    pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 --disable-shm=yes \
+        -L "module-native-protocol-unix socket=$work/card auth-anonymous=1" \
+        -L "module-null-sink sink_name=card rate=44100 channels=2 norewinds=1" >/dev/null 2>&1 &
+    helpers+=($!)
+    soon 20 pactl info || fail "no sound server"
+    parec -d card.monitor --raw --format=s16le --rate=44100 --channels=1 --latency-msec=20 \
+        >"$work/sound.s16" 2>/dev/null &
+    helpers+=($!)
+}
+
+# desktop X,Y,WIDTH,HEIGHT...: the monitors, the primary one (at 0,0) first.
+desktop() {
+    local box left=0 top_edge=0 moved=()
+    monitors=$#
+    for box; do
+        IFS=, read -r bx by bw bh <<<"$box"
+        left=$((bx < left ? bx : left)) top_edge=$((by < top_edge ? by : top_edge))
+    done
+    origin_x=$((-left)) origin_y=$((-top_edge))
+    for box; do
+        IFS=, read -r bx by bw bh <<<"$box"
+        moved+=("$((bx + origin_x)),$((by + origin_y)),$bw,$bh")
+    done
+    mkfifo "$work/number"
+    if [ $# = 1 ]; then
+        Xvfb -displayfd 3 -screen 0 "${bw}x${bh}x24" -nolisten tcp 3>"$work/number" >/dev/null 2>&1 &
+    else
+        Xvnc -displayfd 3 -geometry 1280x800 -depth 24 -SecurityTypes None -rfbport -1 \
+            -rfbunixpath "$work/screens" 3>"$work/number" >/dev/null 2>&1 &
+    fi
+    helpers+=($!)
+    read -r -t 30 DISPLAY <"$work/number" || fail "no display"
+    export DISPLAY=:$DISPLAY
+    if [ $# != 1 ]; then
+        soon 20 python3 "$top/tests/e2e/screens.py" "$work/screens" "${moved[@]}" || fail "no second monitor"
+        xrandr --output VNC-0 --primary
+    fi
+    "$top/tests/support/make-prefix" "$top/build/wine-desk"
+    cp -al "$top/build/wine-desk" "$WINEPREFIX"
+    rm "$WINEPREFIX"/*.reg
+    cp "$top"/build/wine-desk/*.reg "$WINEPREFIX"
+    wineserver -p >/dev/null 2>&1 </dev/null
+    wine cmd /c exit </dev/null >/dev/null 2>&1
+}
+
+windows() { x search --onlyvisible --class "^zubbly.exe$" 2>/dev/null | wc -l; }
+shows() { [ "$(windows)" -ge "$monitors" ]; }
+gone() { ! kill -0 "$1" 2>/dev/null; }
+
+# launch: starts the program and waits until it covers every monitor. Its pid is $program.
+launch() {
+    wine "$exe" </dev/null >/dev/null 2>&1 &
+    program=$!
+    soon 60 shows || fail "no window came up"
+    move 300 300
+}
+
+move() { x mousemove $(($1 + origin_x)) $(($2 + origin_y)); }
+tap() { move "$1" "$2"; x click "${3:-1}"; }
+key() { x key "$@"; }
+
+# colour FILE X Y: the pixel of a picture as 6 hexadecimal digits.
+colour() {
+    /usr/bin/convert "$1" -crop "1x1+$(($2 + origin_x))+$(($3 + origin_y))" -depth 8 rgb:- | od -An -tx1 | tr -d ' \n'
+}
+
+# ended PID: waits for the program's end; $exit_code is what it left.
+ended() {
+    soon 30 gone "$1" || fail "the program did not end"
+    exit_code=0
+    wait "$1" || exit_code=$?
+}
+
+# leave: Alt+F4, as a parent does, and the program must say that all went well.
+leave() {
+    x keydown Alt_L key F4 keyup Alt_L
+    ended "$program"
+    [ $exit_code = 0 ] || fail "exit code $exit_code"
+}

@@ -1,0 +1,89 @@
+# Sourced by ./play, ./check and ./package: sees to it that the tools they need are there. A thing counts as
+# there when its command or file is, whoever put it there; only what is missing is installed.
+
+# command or file that proves it            Debian package
+package_table() {
+    case $1 in
+    build) cat <<'T'
+x86_64-w64-mingw32-g++-posix                g++-mingw-w64-x86-64-posix
+cmake                                       cmake
+ninja                                       ninja-build
+T
+    ;;
+    run) cat <<'T'
+wine                                        wine
+wineserver                                  wine
+/usr/share/wine/fonts/tahoma.ttf            fonts-wine
+T
+    ;;
+    desk) cat <<'T'
+Xvfb                                        xvfb
+xdotool                                     xdotool
+import                                      imagemagick
+T
+    ;;
+    cjk) cat <<'T'
+/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc  fonts-noto-cjk
+T
+    ;;
+    check) cat <<'T'
+g++                                         g++
+git                                         git
+python3                                     python3
+/usr/src/googletest/CMakeLists.txt          googletest
+clang-format                                clang-format
+Xvnc                                        tigervnc-standalone-server
+xrandr                                      x11-xserver-utils
+xclip                                       xclip
+pulseaudio                                  pulseaudio
+pactl                                       pulseaudio-utils
+/usr/lib/python3/dist-packages/numpy        python3-numpy
+T
+    ;;
+    analyse) cat <<'T'
+clang-tidy                                  clang-tidy
+cppcheck                                    cppcheck
+T
+    ;;
+    pack) cat <<'T'
+makensis                                    nsis
+zip                                         zip
+unzip                                       unzip
+T
+    ;;
+    esac
+}
+
+missing_packages() {
+    local group proof package
+    for group; do package_table "$group"; done | while read -r proof package; do
+        command -v "$proof" >/dev/null || [ -e "$proof" ] || echo "$package"
+    done | sort -u | tr '\n' ' '
+}
+
+# need_packages GROUP...: installs what is missing, or ends the script with one line that says what to do.
+need_packages() {
+    local missing sudo='' log
+    missing=$(missing_packages "$@")
+    [ -n "$missing" ] || return 0
+    if ! command -v apt-get >/dev/null; then
+        echo "$0: please install these (Debian's names), then start again: $missing" >&2
+        exit 1
+    fi
+    if [ "$(id -u)" != 0 ]; then
+        sudo=sudo
+        if ! command -v sudo >/dev/null || { [ ! -t 0 ] && ! sudo -n true 2>/dev/null; }; then
+            echo "$0: cannot become root; please let somebody who can run: apt-get install $missing" >&2
+            exit 1
+        fi
+    fi
+    echo "Installing with apt-get: $missing"
+    log=$(mktemp)
+    if ! { $sudo apt-get update && $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y \
+        --no-install-recommends $missing; } >"$log" 2>&1 </dev/null || [ -n "$(missing_packages "$@")" ]; then
+        tail -n 5 "$log" >&2
+        echo "$0: apt-get could not install them (no network? full log: $log); needed: $missing" >&2
+        exit 1
+    fi
+    rm "$log"
+}
