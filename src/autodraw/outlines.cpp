@@ -97,10 +97,11 @@ static std::vector<POINT> circle(POINT centre, int radius, int parts)
     return samples;
 }
 
-// Two size classes; the first range is taken in chance of 100 cases.
-static int drawSize(int chance, int bigLow, int bigHigh, int smallLow, int smallHigh)
+// Two size classes; the first range is taken in bigPercent of 100 cases.
+static int drawSize(int bigPercent, int bigLow, int bigHigh, int smallLow, int smallHigh)
 {
-    if (randInt(0, 99) < chance) return randInt(bigLow, bigHigh);
+    const int chance = randInt(0, 99);
+    if (chance < bigPercent) return randInt(bigLow, bigHigh);
     return randInt(smallLow, smallHigh);
 }
 

@@ -201,7 +201,8 @@ int nextStepPause()
         --autoFlurryLeft;
         return randInt(72, 98);
     }
-    if (randInt(0, 99) >= 17) return randInt(88, 128);
+    const int chance = randInt(0, 99);
+    if (chance >= 17) return randInt(88, 128);
     autoFlurryLeft = randInt(6, 14);
     return randInt(72, 98);
 }
