@@ -93,7 +93,7 @@ desktop() {
     wine cmd /c exit </dev/null >/dev/null 2>&1
 }
 
-windows() { x search --onlyvisible --class "^zubbly.exe$" 2>/dev/null | wc -l; }
+windows() { x search --onlyvisible --name '^Zubbly$' 2>/dev/null | wc -l; }
 shows() { [ "$(windows)" -ge "$monitors" ]; }
 gone() { ! kill -0 "$1" 2>/dev/null; }
 

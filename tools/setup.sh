@@ -1,5 +1,5 @@
-# Sourced by ./play, ./check and ./package: sees to it that the tools they need are there. A thing counts as
-# there when its command or file is, whoever put it there; only what is missing is installed.
+# Sourced by ./play, ./check and ./package: sees to it that the tools they need are there, and builds. A thing
+# counts as there when its command or file is, whoever put it there; only what is missing is installed.
 
 # command or file that proves it            Debian package
 package_table() {
@@ -81,9 +81,19 @@ need_packages() {
     log=$(mktemp)
     if ! { $sudo apt-get update && $sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y \
         --no-install-recommends $missing; } >"$log" 2>&1 </dev/null || [ -n "$(missing_packages "$@")" ]; then
-        tail -n 5 "$log" >&2
-        echo "$0: apt-get could not install them (no network? full log: $log); needed: $missing" >&2
+        echo "$0: apt-get could not install them (is there a network? what it said: $log); needed: $missing" >&2
         exit 1
     fi
     rm "$log"
+}
+
+# build PRESET: quietly, unless it fails.
+build() {
+    if command -v ccache >/dev/null; then
+        export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_SLOPPINESS=pch_defines,time_macros
+    fi
+    mkdir -p build
+    [ -f "build/$1/build.ninja" ] || cmake --preset "$1" >"build/$1.log" 2>&1 || { cat "build/$1.log"; return 1; }
+    cmake --build --preset "$1" >"build/$1.log" 2>&1 || { grep -vE '^\[[0-9]+/[0-9]+\] [A-Z]' "build/$1.log"; return 1; }
+    tail -n 1 "build/$1.log"
 }
