@@ -7,7 +7,9 @@
 #include "menu/menu.h"
 #include "saving/save_dialog.h"
 #include "shell/allowance.h"
+#include "shell/awake.h"
 #include "shell/lockdown.h"
+#include "shell/shift_prompts.h"
 #include "shell/surfaces.h"
 #include "sound/speech.h"
 
@@ -27,6 +29,8 @@ static void releaseLockdown()
     removeKeyboardHook();
     hookTargetWindow = nullptr;
     releaseVoice();
+    restoreShiftPrompts();
+    letScreenSleep();
 }
 
 static void closeSurface(MonitorSurface &surface)

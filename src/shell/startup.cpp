@@ -8,7 +8,9 @@
 #include "settings/language.h"
 #include "settings/options.h"
 #include "shell/allowance.h"
+#include "shell/awake.h"
 #include "shell/lockdown.h"
+#include "shell/shift_prompts.h"
 #include "shell/shutdown.h"
 #include "shell/surfaces.h"
 #include "shell/window_proc.h"
@@ -111,6 +113,8 @@ static bool openToy(const AppOptions &options)
     SetTimer(primaryWindow(), 10, UINT(options.autoSaveIntervalSeconds) * 1000, nullptr);
     hookTargetWindow = primaryWindow();
     installKeyboardHook();
+    if (blockShortcuts) silenceShiftPrompts();
+    keepScreenAwake();
     armExitHint(options);
     if (soundEnabled) playStartClip();
     clampMasterVolume();

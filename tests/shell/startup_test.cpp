@@ -7,6 +7,7 @@
 #include "menu/menu.h"
 #include "mascot/walker.h"
 #include "shell/lockdown.h"
+#include "shell/shift_prompts.h"
 #include "shell/shutdown.h"
 #include "shell/window_proc.h"
 #include "support/fakes.h"
@@ -67,6 +68,23 @@ TEST(Startup, DoesEverythingBeforeTheFirstMessageInOrder)
     EXPECT_EQ(gdiplusToken, 0u);
     EXPECT_EQ(keyboardHook, nullptr);
     EXPECT_EQ(hookTargetWindow, nullptr);
+}
+
+TEST(ShiftPrompts, StayAsTheyAreWhereTheSystemDoesNotTell)
+{
+    const Desk desk({});
+    restoreShiftPrompts();
+    fakes.failing = {"SystemParametersInfoW"};
+    silenceShiftPrompts();
+    restoreShiftPrompts();
+    EXPECT_EQ(countCalls("SystemParametersInfo"), 0);
+    fakes.failing = {};
+    silenceShiftPrompts();
+    silenceShiftPrompts();
+    EXPECT_EQ(countCalls("SystemParametersInfo"), 3);
+    restoreShiftPrompts();
+    restoreShiftPrompts();
+    EXPECT_EQ(countCalls("SystemParametersInfo"), 6);
 }
 
 TEST(Startup, OfASecondInstanceDoesNothing)

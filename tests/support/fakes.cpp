@@ -229,6 +229,20 @@ REPLACE_IMPORT(CallNextHookEx) = [](HHOOK, int, WPARAM, LPARAM) -> LRESULT {
     log("CallNextHook");
     return 0;
 };
+REPLACE_IMPORT(SystemParametersInfoW) = [](UINT action, UINT size, PVOID value, UINT profile) -> BOOL {
+    if (action != SPI_SETSTICKYKEYS && action != SPI_SETTOGGLEKEYS && action != SPI_SETFILTERKEYS) {
+        static_cast<DWORD *>(value)[1] = 0xFF;  // the flags stand behind the size in all three
+        return !fakes.failing.contains("SystemParametersInfoW");
+    }
+    log("SystemParametersInfo " + std::to_string(action) + " " +
+        std::to_string(static_cast<DWORD *>(value)[1]) +
+        (size == *static_cast<DWORD *>(value) && profile == 0 ? "" : " wrong"));
+    return TRUE;
+};
+REPLACE_IMPORT(SetThreadExecutionState) = [](EXECUTION_STATE state) -> EXECUTION_STATE {
+    log("SetThreadExecutionState " + std::to_string(state));
+    return 0;
+};
 REPLACE_IMPORT(PostMessageW) = [](HWND window, UINT message, WPARAM wParam, LPARAM) -> BOOL {
     log("PostMessage " + nameOf(window) + " " + std::to_string(message) + " " + std::to_string(wParam));
     return fakes.postResult;
