@@ -243,6 +243,7 @@ TEST(Playback, PenStepsDrawTheSameInSilence)
             Playing desk;
             Having sound(soundEnabled, row.audible);
             markRng.seed(seed);
+            fakes.tick = 20;  // so soon after the wrap that a tick of 0 is no long time ago
             noteClipCounter = 11;
             lastPenStepTick = row.step ? fakes.tick - row.step : 0;
             lastSoundTick = fakes.tick - row.step;
