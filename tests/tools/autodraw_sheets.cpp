@@ -1,7 +1,5 @@
 // autodraw_sheets FOLDER: writes autodraw.png, everything that draws by itself, and wipes.png, all wipes step
 // by step.
-#include <algorithm>
-
 #include "autodraw/motifs.h"
 #include "autodraw/outlines.h"
 #include "autodraw/pen_paths.h"
@@ -12,128 +10,67 @@
 #include "support/fakes.h"
 #include "tools/sheet.h"
 
-static const MarkColor paper = 0xF8F4F0;
+struct Paper : Desk {
+    Paper() : Desk({Sheet::desk()}, 0xF8F4F0)
+    {
+        resetPen();
+        penLastValid = false;
+        autoMode = 3;
+        autoStepsLeft = 88;
+    }
+};
 
-static int extent()
+static void addOutline(Sheet &sheet, const std::wstring &name, void (*build)(POINT))
 {
-    LONG left = 10000, right = -10000;
-    for (const std::vector<POINT> &polyline : outlineQueue) {
-        for (const POINT &point : polyline) {
-            left = std::min(left, point.x);
-            right = std::max(right, point.x);
+    for (const bool large : {false, true}) {
+        const Paper paper;
+        int chance = 50;  // each picture has a limit of its own from 35 to 62
+        for (uint32_t seed = 1; large ? chance >= 35 : chance < 62; ++seed) {
+            seedAll(seed);
+            for (int i = 0; i < 4; ++i)
+                randInt(0, 99);  // the colour and its life
+            chance = randInt(0, 99);
+            seedAll(seed);
         }
-    }
-    return int(right - left);
-}
-
-// The smallest and the largest picture that forty seeds give.
-static void addOutline(Sheet &sheet, const wchar_t *name, void (*build)(POINT))
-{
-    std::pair<int, uint32_t> smallest = {10000, 0}, largest = {0, 0};
-    for (uint32_t seed = 1; seed <= 40; ++seed) {
-        const Desk desk({Sheet::desk()}, paper);
-        seedAll(seed);
-        build(Sheet::middle);
-        smallest = std::min(smallest, {extent(), seed});
-        largest = std::max(largest, {extent(), seed});
-    }
-    for (const auto &[width, seed] : {smallest, largest}) {
-        const Desk desk({Sheet::desk()}, paper);
-        seedAll(seed);
         build(Sheet::middle);
         while (outlineTracing)
             traceOutlineStep();
-        sheet.add(surfaces.front(), std::wstring(name) + L", " + std::to_wstring(width) + L" px wide",
-                  width > 450   ? 6
-                  : width > 130 ? 4
-                                : 3);
+        sheet.add(surfaces[0], name + (large ? L", large" : L", small"), build == outlineRainbow ? 6 : 4);
     }
 }
 
-// Whether the next path or scene would stand well inside the desk.
-static bool startsNearMiddle()
+// kind is 0 for paths, 1 for sketches, 2 for motifs.
+static void addScene(Sheet &sheet, int kind, int form, const std::wstring &name)
 {
-    penLastValid = false;
-    return distanceBetween(freshPenStart(), Sheet::middle) < 150.0;
-}
-
-static void addPath(Sheet &sheet, int form)
-{
-    static const wchar_t *const names[] = {L"curve",   L"zigzag", L"straight line",
-                                           L"ellipse", L"chain",  L"short chain"};
-    const Desk desk({Sheet::desk()}, paper);
-    uint32_t seed = 0;
-    do {
-        seedAll(++seed);
-    } while (randInt(0, 5) != form || !startsNearMiddle());
-    seedAll(seed);
-    penLastValid = false;
-    newPenPath();
-    paintSegments(penPath, 0x0000C8, 8, 8);
-    paintBlob(penPath.front(), 14, 14, 0x00A000);
-    sheet.add(surfaces.front(), std::wstring(L"path: ") + names[form]);
-}
-
-static void addSketch(Sheet &sheet, int form)
-{
-    static const wchar_t *const names[] = {L"poles", L"ring, dots, smile", L"blob, line, box, dots",
-                                           L"blob and spots", L"scribble"};
-    const Desk desk({Sheet::desk()}, paper);
-    autoMode = 3;
-    uint32_t seed = 0;
-    do {
-        seedAll(++seed);
-    } while (randInt(0, 4) != form || !startsNearMiddle());
-    seedAll(seed);
-    penLastValid = false;
-    startSketch();
-    while (sketchActive)
-        stepSketch();
-    sheet.add(surfaces.front(), std::wstring(L"sketch: ") + names[form], 4, penLastPoint);
-}
-
-static void addMotif(Sheet &sheet, int form)
-{
-    static const wchar_t *const names[] = {L"bead chain", L"spiral shell", L"eared head",
-                                           L"rayed disc", L"zigzag",       L"stick body"};
-    const Desk desk({Sheet::desk()}, paper);
-    autoMode = 3;
-    uint32_t seed = 0;
-    do {
-        seedAll(++seed);
-    } while (!startsNearMiddle() || randInt(0, 5) != form);
-    seedAll(seed);
-    penLastValid = false;
-    startMotif();
-    while (motifActive)
-        stepMotif();
-    sheet.add(surfaces.front(), std::wstring(L"motif: ") + names[form], 3, penLastPoint);
-}
-
-static void addRun(Sheet &sheet)
-{
-    const Desk desk({Sheet::desk()}, paper);
-    resetPen();
-    penLastValid = false;
-    autoMode = 3;
-    autoStepsLeft = 88;
-    for (int step = 0; step < 88; ++step) {
-        if (step == 22 || step == 44 || step == 66)
-            sheet.add(surfaces.front(), L"a run, " + std::to_wstring(step) + L" steps");
-        onTimer3();
+    const Paper paper;
+    int drawn = -1;
+    double off = 0.0;
+    for (uint32_t seed = 1; drawn != form || off > 120.0; ++seed) {
+        seedAll(seed);
+        if (kind < 2) drawn = randInt(0, kind == 0 ? 5 : 4);
+        off = distanceBetween(freshPenStart(), Sheet::middle);
+        if (kind == 2) drawn = randInt(0, 5);
+        penLastValid = false;
+        seedAll(seed);
     }
-    sheet.add(surfaces.front(), L"a run, 88 steps");
+    if (kind == 0) {
+        newPenPath();
+        paintSegments(penPath, 0x0000C8, 8, 8);
+        paintBlob(penPath.front(), 14, 14, 0x00A000);
+    } else {
+        kind == 1 ? startSketch() : startMotif();
+    }
+    while (sketchActive || motifActive)
+        sketchActive ? stepSketch() : stepMotif();
+    sheet.add(surfaces[0], name, kind == 0 ? 6 : 4, kind == 0 ? Sheet::middle : penLastPoint);
 }
 
-static void addWipe(Sheet &sheet, int style)
+static void addWipe(Sheet &sheet, int style, const std::wstring &name, int length)
 {
-    static const wchar_t *const names[] = {L"from left",   L"from right", L"from top", L"from bottom",
-                                           L"from corner", L"ring",       L"band",     L"bubbles"};
-    static constexpr int lengths[] = {105, 105, 105, 105, 105, 51, 182, 116};
-    const Desk desk({Sheet::desk()}, paper);
+    const Paper paper;
     for (int i = 0; i < 40; ++i) {
-        const POINT from = randomPointOn(surfaces.front(), 24);
-        const POINT to = randomPointOn(surfaces.front(), 24);
+        const POINT from = randomPointOn(surfaces[0], 24);
+        const POINT to = randomPointOn(surfaces[0], 24);
         brushStroke(from, to, 14, 92);
     }
     startWipe();
@@ -143,57 +80,49 @@ static void addWipe(Sheet &sheet, int style)
     revealWipe = style == 5 || style == 7;
     backgroundColor = 0x78C8E6;
     revealColor = 0xDABEAC;
-    for (int step = 0; wipeRunning; ++step) {
-        if (step % (lengths[style] / 5) == 1)
-            sheet.add(surfaces.front(), std::wstring(names[style]) + L", step " + std::to_wstring(step));
+    for (int kept = 0; wipeRunning;) {
         wipeTick();
+        if (wipeRunning && wipeStep != 1 + kept * length / 6) continue;
+        sheet.add(surfaces[0], name + L", step " + std::to_wstring(wipeStep));
+        ++kept;
     }
-    sheet.add(surfaces.front(), std::wstring(names[style]) + L", end, step " + std::to_wstring(wipeStep));
-    sheet.endRow();
-}
-
-static void drawSheets(const std::wstring &folder)
-{
-    Sheet autodraw(8);
-    addOutline(autodraw, L"star", outlineStar);
-    addOutline(autodraw, L"square", outlineSquare);
-    addOutline(autodraw, L"diamond", outlineDiamond);
-    addOutline(autodraw, L"heart", outlineHeart);
-    addOutline(autodraw, L"ellipse", outlineEllipse);
-    addOutline(autodraw, L"triangle", outlineTriangle);
-    addOutline(autodraw, L"flower", outlineFlower);
-    addOutline(autodraw, L"sun", outlineSun);
-    addOutline(autodraw, L"face", outlineFace);
-    addOutline(autodraw, L"house", outlineHouse);
-    addOutline(autodraw, L"rocket", outlineRocket);
-    addOutline(autodraw, L"stick figure", outlineStickFigure);
-    addOutline(autodraw, L"rainbow", outlineRainbow);
-    autodraw.endRow();
-    for (int form = 0; form < 6; ++form)
-        addPath(autodraw, form);
-    autodraw.endRow();
-    for (int form = 0; form < 5; ++form)
-        addSketch(autodraw, form);
-    autodraw.endRow();
-    for (int form = 0; form < 6; ++form)
-        addMotif(autodraw, form);
-    autodraw.endRow();
-    addRun(autodraw);
-    autodraw.save(folder + L"\\autodraw.png");
-    Sheet wipes(7);
-    for (int style = 0; style < 8; ++style)
-        addWipe(wipes, style);
-    wipes.save(folder + L"\\wipes.png");
 }
 
 int main(int argc, char **argv)
 {
-    if (argc < 2) return 2;
+    if (argc != 2) return 2;
+    const std::wstring folder(argv[1], argv[1] + strlen(argv[1]));
     GdiplusStartupInput input;
     ULONG_PTR token = 0;
     GdiplusStartup(&token, &input, nullptr);
-    const std::string folder = argv[1];
-    drawSheets(std::wstring(folder.begin(), folder.end()));
-    GdiplusShutdown(token);
+    static constexpr std::pair<const wchar_t *, void (*)(POINT)> outlines[] = {
+        {L"star", outlineStar},      {L"square", outlineSquare},   {L"diamond", outlineDiamond},
+        {L"heart", outlineHeart},    {L"ellipse", outlineEllipse}, {L"triangle", outlineTriangle},
+        {L"flower", outlineFlower},  {L"sun", outlineSun},         {L"face", outlineFace},
+        {L"house", outlineHouse},    {L"rocket", outlineRocket},   {L"stick figure", outlineStickFigure},
+        {L"rainbow", outlineRainbow}};
+    Sheet autodraw(8);
+    for (const auto &[name, build] : outlines)
+        addOutline(autodraw, name, build);
+    static const wchar_t *const scenes[][6] = {
+        {L"curve", L"zigzag", L"straight line", L"ellipse", L"chain", L"short chain"},
+        {L"poles", L"ring, dots, smile", L"blob, line, box, dots", L"blob and spots", L"scribble"},
+        {L"bead chain", L"spiral shell", L"eared head", L"rayed disc", L"zigzag", L"stick body"}};
+    for (int i = 0; i < 18; ++i) {
+        if (const wchar_t *name = scenes[i / 6][i % 6]) addScene(autodraw, i / 6, i % 6, name);
+    }
+    const Paper run;
+    for (int step = 1; step <= 88; ++step) {
+        onTimer3();
+        if (step % 11 == 0) autodraw.add(surfaces[0], L"a run, " + std::to_wstring(step) + L" steps");
+    }
+    autodraw.save(folder + L"\\autodraw.png");
+    Sheet sheet(7);
+    static constexpr std::pair<const wchar_t *, int> wipes[] = {
+        {L"left", 105},   {L"right", 105}, {L"top", 103},  {L"bottom", 103},
+        {L"corner", 105}, {L"ring", 51},   {L"band", 182}, {L"bubbles", 116}};
+    for (int style = 0; style < 8; ++style)
+        addWipe(sheet, style, wipes[style].first, wipes[style].second);
+    sheet.save(folder + L"\\wipes.png");
     return 0;
 }
