@@ -35,7 +35,7 @@ void stopAutoDrawing()
 {
     if (surfaces.empty() || autoStepsLeft < 1) return;
     autoStepsLeft = 0;
-    KillTimer(primaryWindow(), 3);
+    stopPrimaryTimer(3);
     autoMode = 0;
     resetPen();
 }
@@ -218,11 +218,11 @@ void onTimer3()
         --autoStepsLeft;
         if (autoStepsLeft > 0) {
             const int pause = nextStepPause();
-            SetTimer(primaryWindow(), 3, UINT(pause), nullptr);
+            startPrimaryTimer(3, UINT(pause));
             return;
         }
     }
     // A run that ends by its count leaves a picture queued; the next run drops it.
-    KillTimer(primaryWindow(), 3);
+    stopPrimaryTimer(3);
     autoMode = 0;
 }

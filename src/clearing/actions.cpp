@@ -36,5 +36,5 @@ void startAction(int action)
     case 3: beginAutoDrawing(); break;
     }
     const int pause = nextStepPause();
-    SetTimer(primaryWindow(), 3, UINT(pause), nullptr);
+    startPrimaryTimer(3, UINT(pause));
 }

@@ -26,13 +26,13 @@ void startWipe()
     wipeStep = 0;
     wipeRunning = true;
     backgroundColor = pickBackgroundColor();
-    SetTimer(primaryWindow(), 5, 16, nullptr);
+    startPrimaryTimer(5, 16);
     startWipeLoop();
 }
 
 static void haltWipe()
 {
-    KillTimer(primaryWindow(), 5);
+    stopPrimaryTimer(5);
     wipeRunning = false;
     stopWipeLoop();
 }

@@ -8,13 +8,10 @@
 #include <string>
 
 #include "hint/fonts.h"
+#include "hint/idle.h"
 #include "marks/gdi_plus.h"
 #include "settings/folders.h"
 #include "settings/language.h"
-#include "shell/window_proc.h"
-
-using OwnedFont = std::unique_ptr<GpFont, FreedBy<GdipDeleteFont>>;
-using OwnedFormat = std::unique_ptr<GpStringFormat, FreedBy<GdipDeleteStringFormat>>;
 
 int readHintCount()
 {
@@ -34,7 +31,7 @@ struct HintFonts {
     OwnedFont heading;
     OwnedFont body;
     OwnedFont note;
-    OwnedFormat format;
+    OwnedStringFormat format;
 };
 
 static OwnedFont makeFont(HintFamily *family, float size, int style)
@@ -45,7 +42,7 @@ static OwnedFont makeFont(HintFamily *family, float size, int style)
 }
 
 // The generic default belongs to GDI+ and everybody in the process: it is copied before it is changed.
-static OwnedFormat makeFormat()
+static OwnedStringFormat makeFormat()
 {
     GpStringFormat *generic = nullptr;
     GpStringFormat *format = nullptr;
@@ -54,7 +51,7 @@ static OwnedFormat makeFormat()
     GdipSetStringFormatAlign(format, StringAlignmentNear);
     GdipSetStringFormatLineAlign(format, StringAlignmentNear);
     GdipSetStringFormatFlags(format, StringFormatFlagsLineLimit);
-    return OwnedFormat(format);
+    return OwnedStringFormat(format);
 }
 
 static bool makeFonts(HintFonts &fonts)

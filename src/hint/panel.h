@@ -19,10 +19,6 @@ inline RectF hintPanelRect = {};        // the card
 inline RectF hintCheckRect = {};        // the clickable row of the checkbox
 inline HWND hintOwnerWindow = nullptr;  // the full-screen window it lies over
 inline HWND hintFloatWindow = nullptr;  // the layered window
-inline DWORD hintNotBefore = 0;         // GetTickCount before which the idle rule may not show it
-inline HWND idleHintWindow = nullptr;   // where the idle rule shows it, set at start-up
-inline int idleHintWidth = 0;
-inline int idleHintHeight = 0;
 
 int readHintCount();  // launches on which it showed; 0 if absent, unreadable or negative
 void writeHintCount(int count);

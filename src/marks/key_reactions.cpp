@@ -150,6 +150,22 @@ void noteSpiral()
     if (soundEnabled) playMashVoice();
 }
 
+void restartSettling(HWND window)
+{
+    KillTimer(window, 6);
+    SetTimer(window, 6, 210, nullptr);
+}
+
+void stepSpiral(HWND window)
+{
+    const DWORD now = GetTickCount();
+    if (lastSpiralTick == 0 || now - lastSpiralTick >= 40) {
+        noteSpiral();
+        lastSpiralTick = now;
+    }
+    restartSettling(window);
+}
+
 void resetSpiral()
 {
     spiralCentreValid = false;

@@ -40,6 +40,12 @@ void flushPendingKey();
 // Notes around a centre that lags behind the cursor, one step of the spiral.
 void noteSpiral();
 
+// Timer 6 of the window, which settles a burst of keys, starts over.
+void restartSettling(HWND window);
+
+// One step of the spiral, at most every 40 ms; restarts timer 6.
+void stepSpiral(HWND window);
+
 // The spiral starts over; keys keep their counts.
 void resetSpiral();
 

@@ -138,9 +138,9 @@ void drawCloudShape(GraphicsScope &scope, POINT centre, int size, MarkColor colo
     const int y = centre.y;
     const OwnedBrush fill = solidBrush(color, 0xDC);
     const OwnedPen outline = plainPen(outlineWhite, 2.0f);
-    GdipFillEllipseI(scope.graphics, fill.get(), x - size, y - size / 3, size, 2 * size / 3);
-    GdipFillEllipseI(scope.graphics, fill.get(), x - size / 2, y - size / 2, size, 3 * size / 4);
-    GdipFillEllipseI(scope.graphics, fill.get(), x, y - size / 3, size, 2 * size / 3);
+    scope.note(GdipFillEllipseI(scope.graphics, fill.get(), x - size, y - size / 3, size, 2 * size / 3));
+    scope.note(GdipFillEllipseI(scope.graphics, fill.get(), x - size / 2, y - size / 2, size, 3 * size / 4));
+    scope.note(GdipFillEllipseI(scope.graphics, fill.get(), x, y - size / 3, size, 2 * size / 3));
     // Only the left lobe has an outline; the cloud is meant to look so.
     scope.note(GdipDrawEllipseI(scope.graphics, outline.get(), x - size, y - size / 3, size, 2 * size / 3));
 }
@@ -155,8 +155,8 @@ void drawFlowerShape(GraphicsScope &scope, POINT centre, int size, MarkColor col
     const OwnedPen outline = plainPen(outlineWhite, 2.0f);
     for (int i = 0; i < 6; ++i) {
         const float angle = float(i) * 1.0471976f;  // the petals stay horizontal, they do not turn
-        GdipFillEllipse(scope.graphics, petal.get(), cosf(angle) * (0.45f * s) + x - 0.28f * s,
-                        sinf(angle) * (0.45f * s) + y - 0.22f * s, 0.56f * s, 0.44f * s);
+        scope.note(GdipFillEllipse(scope.graphics, petal.get(), cosf(angle) * (0.45f * s) + x - 0.28f * s,
+                                   sinf(angle) * (0.45f * s) + y - 0.22f * s, 0.56f * s, 0.44f * s));
     }
     paintEllipse(scope, heart, outline, x - 0.24f * s, y - 0.24f * s, 0.48f * s, 0.48f * s);
 }
@@ -168,7 +168,7 @@ void starOnSurface(const MonitorSurface &surface, POINT point, int size, MarkCol
     if (kind != 0) vertexCount = randInt(0, 1) == 1 ? 8 : 12;
     const int share = randInt(38, 62);
     int innerRadius = int(share / 100.0 * size);
-    if (innerRadius < 7) innerRadius = 6;  // 6, not 7: even the smallest star keeps its points apart
+    if (innerRadius < 7) innerRadius = 6;  // 6 is meant; an exact 7 stays 7
     GraphicsScope scope(surface);
     drawStarShape(scope, toLocal(surface, point), size, innerRadius, vertexCount, color, 3.0f);
 }

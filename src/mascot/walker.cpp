@@ -23,12 +23,8 @@ static void fillPenguinHost()
 {
     penguinHost.context = nullptr;
     penguinHost.random = [](void *, int lo, int hi) { return int(randInt(lo, hi)); };
-    penguinHost.startTimer = [](void *) {
-        if (primaryWindow()) SetTimer(primaryWindow(), 12, 16, nullptr);
-    };
-    penguinHost.stopTimer = [](void *) {
-        if (primaryWindow()) KillTimer(primaryWindow(), 12);
-    };
+    penguinHost.startTimer = [](void *) { startPrimaryTimer(12, 16); };
+    penguinHost.stopTimer = [](void *) { stopPrimaryTimer(12); };
     penguinHost.invalidate = [](void *, const RECT &virtualRect) { invalidateVirtualRect(virtualRect); };
     penguinHost.playMascotCall = [](void *) { playMascotCall(); };
     penguinHost.playMascotChatter = [](void *) { playMascotChatter(); };
@@ -53,7 +49,7 @@ void initMascot()
         scheduleWalk(25000, 55000);  // replaced at once; the draw stays, for it moves the generator
         scheduleWalk(4000, 9000);
     }
-    if (primaryWindow()) SetTimer(primaryWindow(), 13, 33, nullptr);
+    startPrimaryTimer(13, 33);
 }
 
 void shutdownMascot()

@@ -4,12 +4,8 @@
 
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
+#include "shell/keys.h"
 #include "shell/surfaces.h"
-
-static bool isDown(int key)
-{
-    return (GetAsyncKeyState(key) & 0x8000) != 0;
-}
 
 // Keys for the program: told to the window procedure, for the hook has to answer quickly. A PrintScreen
 // that carries the mark of an extended key comes as WM_KEYDOWN instead.

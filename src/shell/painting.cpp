@@ -47,10 +47,13 @@ static void growComposite(HDC windowDC, int width, int height)
         SelectObject(compositeDC, bitmapBefore);
         DeleteObject(compositeBitmap);
     }
-    compositeWidth = std::max(width, compositeWidth);
-    compositeHeight = std::max(height, compositeHeight);
-    compositeBitmap = CreateCompatibleBitmap(windowDC, compositeWidth, compositeHeight);
-    bitmapBefore = SelectObject(compositeDC, compositeBitmap);
+    const int newWidth = std::max(width, compositeWidth);
+    const int newHeight = std::max(height, compositeHeight);
+    compositeBitmap = CreateCompatibleBitmap(windowDC, newWidth, newHeight);
+    // Without a bitmap there is no size, so that the next paint tries again.
+    compositeWidth = compositeBitmap ? newWidth : 0;
+    compositeHeight = compositeBitmap ? newHeight : 0;
+    if (compositeBitmap) bitmapBefore = SelectObject(compositeDC, compositeBitmap);
 }
 
 static void paintDirect(HDC dc, const MonitorSurface &surface, const RECT &part)

@@ -11,6 +11,7 @@
 #include "shell/lockdown.h"
 #include "shell/shift_prompts.h"
 #include "shell/surfaces.h"
+#include "sound/playback.h"
 #include "sound/speech.h"
 
 void stopAllTimers(HWND window)
@@ -94,6 +95,7 @@ void endSession()
 void finishRun()
 {
     releaseLockdown();
+    silenceEverything();
     shutdownMascot();
     destroyDialogHost();
     if (!gdiplusToken) return;

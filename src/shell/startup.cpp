@@ -2,6 +2,9 @@
 // program's: no input can ever find a clip missing, and the child sees nothing until all is ready.
 #include "shell/startup.h"
 
+#include <algorithm>
+
+#include "hint/idle.h"
 #include "hint/panel.h"
 #include "mascot/walker.h"
 #include "settings/folders.h"
@@ -57,8 +60,15 @@ static void registerWindowClass()
     RegisterClassExW(&windowClass);
 }
 
+// In milliseconds. A parent who means "never" may write more seconds than a timer can wait.
+static UINT saveInterval(const AppOptions &options)
+{
+    return UINT(std::min(int64_t(options.autoSaveIntervalSeconds) * 1000, int64_t(USER_TIMER_MAXIMUM)));
+}
+
 static void takeFocus()
 {
+    if (!primaryWindow()) return;  // a null one would take the focus from the windows that there are
     SetForegroundWindow(primaryWindow());
     SetActiveWindow(primaryWindow());
     SetFocus(primaryWindow());
@@ -76,12 +86,7 @@ static void armExitHint(const AppOptions &options)
         writeHintCount(count + 1);
         showHintPanel(surface->hwnd, surface->width, surface->height);
     }
-    if (!surface->hwnd || surface->width < 64 || surface->height < 64) return;
-    idleHintWindow = surface->hwnd;
-    idleHintWidth = surface->width;
-    idleHintHeight = surface->height;
-    lastInputTick = GetTickCount();
-    SetTimer(surface->hwnd, 11, 500, nullptr);
+    armIdleHint(*surface);
 }
 
 static void pumpMessages()
@@ -109,8 +114,8 @@ static bool openToy(const AppOptions &options)
     refreshTopmost();
     takeFocus();
     confineCursor();
-    SetTimer(primaryWindow(), 1, 1500, nullptr);
-    SetTimer(primaryWindow(), 10, UINT(options.autoSaveIntervalSeconds) * 1000, nullptr);
+    startPrimaryTimer(1, 1500);
+    startPrimaryTimer(10, saveInterval(options));
     hookTargetWindow = primaryWindow();
     installKeyboardHook();
     if (blockShortcuts) silenceShiftPrompts();

@@ -3,6 +3,16 @@
 #include <algorithm>
 #include <cwchar>
 
+void startPrimaryTimer(UINT_PTR id, UINT ms)
+{
+    if (const HWND window = primaryWindow()) SetTimer(window, id, ms, nullptr);
+}
+
+void stopPrimaryTimer(UINT_PTR id)
+{
+    if (const HWND window = primaryWindow()) KillTimer(window, id);
+}
+
 VirtualScreen virtualScreen()
 {
     return {GetSystemMetrics(SM_XVIRTUALSCREEN), GetSystemMetrics(SM_YVIRTUALSCREEN),
@@ -113,7 +123,7 @@ MonitorSurface *launchSurface()
     for (MonitorSurface &surface : surfaces) {
         MONITORINFO info = {};
         info.cbSize = sizeof info;
-        GetMonitorInfoW(MonitorFromRect(&surface.rect, MONITOR_DEFAULTTONEAREST), &info);
+        if (!GetMonitorInfoW(MonitorFromRect(&surface.rect, MONITOR_DEFAULTTONEAREST), &info)) continue;
         RECT launch = {};
         if (!launchMonitorRect(launch)) continue;
         if (launch.left == info.rcMonitor.left && launch.top == info.rcMonitor.top) return &surface;
@@ -171,7 +181,7 @@ void showWholeWindow(const MonitorSurface &surface)
         copy = CreateRectRgn(0, 0, 0, 0);
         CombineRgn(copy, surface.windowRegion, nullptr, RGN_COPY);
     }
-    SetWindowRgn(surface.hwnd, copy, TRUE);
+    if (!SetWindowRgn(surface.hwnd, copy, TRUE) && copy) DeleteObject(copy);
     SetLayeredWindowAttributes(surface.hwnd, 0, 255, LWA_ALPHA);
 }
 

@@ -31,6 +31,11 @@ inline HWND primaryWindow()
     return surfaces.empty() ? nullptr : surfaces.front().hwnd;
 }
 
+// Timers of the primary window, ms milliseconds apart. Nothing happens without one: a timer that has no
+// window could never be stopped.
+void startPrimaryTimer(UINT_PTR id, UINT ms);
+void stopPrimaryTimer(UINT_PTR id);
+
 // All monitors together, in virtual-screen coordinates; left and top may be negative.
 struct VirtualScreen {
     int left, top, width, height;

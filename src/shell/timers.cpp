@@ -2,6 +2,7 @@
 
 #include "autodraw/sequencer.h"
 #include "clearing/wipes.h"
+#include "hint/idle.h"
 #include "hint/panel.h"
 #include "marks/key_reactions.h"
 #include "mascot/show.h"
@@ -9,6 +10,7 @@
 #include "menu/menu.h"
 #include "saving/auto_save.h"
 #include "shell/clock.h"
+#include "shell/keys.h"
 #include "shell/lockdown.h"
 #include "shell/shutdown.h"
 #include "shell/surfaces.h"
@@ -32,9 +34,7 @@ static void settleKeys(HWND window)
 // Both buttons held wind the spiral even when the mouse stands still.
 static void chordTick(HWND window)
 {
-    const bool left = (GetAsyncKeyState(VK_LBUTTON) & 0x8000) != 0;
-    const bool right = (GetAsyncKeyState(VK_RBUTTON) & 0x8000) != 0;
-    if (!left || !right || menuOpen) {
+    if (!bothButtonsDown() || menuOpen) {
         KillTimer(window, 7);
         return;
     }
@@ -51,15 +51,6 @@ static void hintTimeOver(HWND window)
 static void saveTick()
 {
     if (canvasDirty && !leftButtonDown && !dragMoved) autoSaveTick();
-}
-
-// The exit hint comes back by itself when nothing was touched for 8 seconds.
-static void idleTick(HWND window)
-{
-    if (!window || window != idleHintWindow || hintVisible) return;
-    const DWORD now = GetTickCount();
-    if (now < hintNotBefore || now - lastInputTick < 8000) return;
-    showHintPanel(idleHintWindow, idleHintWidth, idleHintHeight);
 }
 
 void onTimer(HWND window, UINT_PTR id)

@@ -5,7 +5,7 @@
 #include "autodraw/sequencer.h"
 #include "clearing/actions.h"
 #include "clearing/wipes.h"
-#include "hint/panel.h"
+#include "hint/idle.h"
 #include "marks/bursts.h"
 #include "marks/cursor_pen.h"
 #include "marks/key_reactions.h"
@@ -15,6 +15,7 @@
 #include "saving/capture.h"
 #include "shell/allowance.h"
 #include "shell/clock.h"
+#include "shell/keys.h"
 #include "shell/lockdown.h"
 #include "shell/painting.h"
 #include "shell/shutdown.h"
@@ -23,21 +24,10 @@
 #include "sound/playback.h"
 #include "sound/speech.h"
 
-// While the hint panel shows, the idle clock stands still.
-static void noteChildInput()
-{
-    if (!hintVisible) lastInputTick = GetTickCount();
-}
-
 static void stopWhatRuns()
 {
     stopAutoDrawing();
     stopWipe();
-}
-
-static bool isDown(int key)
-{
-    return (GetAsyncKeyState(key) & 0x8000) != 0;
 }
 
 static POINT screenPoint(HWND window, LPARAM lParam)
@@ -165,22 +155,6 @@ static void onModifier()
     stopWhatRuns();
 }
 
-static void restartSettling(HWND window)
-{
-    KillTimer(window, 6);
-    SetTimer(window, 6, 210, nullptr);
-}
-
-void stepSpiral(HWND window)
-{
-    const DWORD now = GetTickCount();
-    if (lastSpiralTick == 0 || now - lastSpiralTick >= 40) {
-        noteSpiral();
-        lastSpiralTick = now;
-    }
-    restartSettling(window);
-}
-
 // A letter or digit waits for its release or timer 6: one that turns out to be part of a mash leaves
 // nothing of its own.
 static void onLetterOrDigit(HWND window, uint32_t key, LPARAM flags)
@@ -270,11 +244,6 @@ static bool onContextMenu(LPARAM lParam)
     stopWhatRuns();
     onEnter();
     return true;
-}
-
-static bool bothButtonsDown()
-{
-    return isDown(VK_LBUTTON) && isDown(VK_RBUTTON);
 }
 
 // Both buttons together wind the spiral of notes, as mashed keys do.
@@ -446,7 +415,7 @@ LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case WM_SETFOCUS: disableInputMethod(window); return 0;
     case WM_PAINT: paintSurface(window); return 0;
     case WM_QUERYENDSESSION: prepareSessionEnd(); return 1;
-    case WM_ERASEBKGND: return 1;  // paintSurface covers every pixel
+    case WM_ERASEBKGND: return 1;  // paintSurface covers what there is
     case WM_ENDSESSION:
         if (wParam) endSession();
         return 0;

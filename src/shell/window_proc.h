@@ -3,7 +3,6 @@
 #include "shell/windows_api.h"
 
 // A press is one child's, whichever window it began on. Points are virtual-screen points.
-inline DWORD lastInputTick = 0;      // GetTickCount of the last child input, the basis of the idle hint
 inline bool leftButtonDown = false;  // a left press is being tracked
 inline bool tapPending = false;      // it has not yet left a tap mark
 inline bool dragMoved = false;       // it has left the dead zone: a stroke now
@@ -11,6 +10,3 @@ inline POINT lastStrokePoint = {};   // the press, then the last point of the st
 inline bool rightPressSeen = false;  // a right press reached the menu; nothing decides on it
 
 LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-// One gated step of the spiral of notes; restarts timer 6.
-void stepSpiral(HWND window);

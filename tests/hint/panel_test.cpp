@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "hint/fonts.h"
+#include "hint/idle.h"
 #include "settings/folders.h"
 #include "settings/language.h"
-#include "shell/window_proc.h"
 #include "support/fakes.h"
 
 namespace fs = std::filesystem;

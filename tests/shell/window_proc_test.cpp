@@ -4,6 +4,7 @@
 
 #include "autodraw/sequencer.h"
 #include "clearing/wipes.h"
+#include "hint/idle.h"
 #include "hint/panel.h"
 #include "marks/cursor_pen.h"
 #include "marks/key_reactions.h"
@@ -61,7 +62,7 @@ class Routing : public testing::Test {
     bool stopped(int timer) const { return countCalls("KillTimer " + std::to_string(timer) + " w0") > 0; }
 };
 
-TEST_F(Routing, StopsAndClosesWhatItsTableTells)
+TEST_F(Routing, StopsAndClosesWhatEachInputMay)
 {
     enum { no, yes };
     struct Row {
