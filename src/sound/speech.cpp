@@ -8,7 +8,7 @@ static void chooseEnglish(ISpVoice *voice)
                      reinterpret_cast<void **>(&category));
     if (!category) return;
     IEnumSpObjectTokens *voices = nullptr;
-    if (SUCCEEDED(category->SetId(L"HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Speech\\Voices", FALSE)))
+    if (SUCCEEDED(category->SetId(SPCAT_VOICES, FALSE)))
         category->EnumTokens(L"Language=409", nullptr, &voices);
     category->Release();
     if (!voices) return;

@@ -1,5 +1,8 @@
 #include "support/fakes.h"
 
+#include <cmath>
+#include <cstdio>
+
 void seedAll(uint32_t seed)
 {
     markRng.seed(seed);
@@ -19,6 +22,46 @@ TestFolder::~TestFolder()
     std::error_code ignored;
     std::filesystem::remove_all(path, ignored);
     fakes.folder.clear();
+}
+
+std::string textOf(const DrawCall &call)
+{
+    char part[64];
+    std::snprintf(part, sizeof part, "%s %08X", call.what.c_str(), call.argb);
+    std::string text = part;
+    if (call.penWidth != 0.0f) {
+        std::snprintf(part, sizeof part, " wide %.2f", double(call.penWidth));
+        text += part;
+    }
+    if (call.startCap == 2 && call.endCap == 2) text += call.dashCap == 2 ? " all caps" : " caps";
+    if (call.join == 2) text += " join";
+    text += " at";
+    for (const float number : call.numbers) {
+        std::snprintf(part, sizeof part, std::floor(number) == number ? " %.0f" : " %.2f", double(number));
+        text += part;
+    }
+    for (size_t i = 1; i < surfaces.size(); ++i) {
+        if (surfaces[i].canvasDC == call.dc) text += " on " + std::to_string(i);
+    }
+    return text;
+}
+
+std::string textOfRecord()
+{
+    std::string text;
+    for (const DrawCall &call : recorded.draws)
+        text += textOf(call) + "\n";
+    for (const auto &[window, whole, rect] : recorded.invalidations) {
+        text += "repaint " + std::to_string((intptr_t(window) - firstFakeWindow) / 2);
+        if (whole) {
+            text += " whole\n";
+        } else {
+            text += " " + std::to_string(rect.left) + " " + std::to_string(rect.top) + " " +
+                    std::to_string(rect.right) + " " + std::to_string(rect.bottom) + "\n";
+        }
+    }
+    Rng next = markRng;
+    return text + "next " + std::to_string(next()) + "\n";
 }
 
 Desk::Desk(const std::vector<RECT> &monitors, MarkColor background)

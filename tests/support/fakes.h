@@ -79,6 +79,13 @@ int countCalls(const std::string &start);
 // The place of the first such call among recorded.calls; -1 if there is none.
 int firstCall(const std::string &start);
 
+// A drawing call on one line: what, colour, width and round parts of the pen, numbers; with the monitor's
+// number where it is not the first.
+std::string textOf(const DrawCall &call);
+
+// All that was drawn and repainted, a line each, and the next output of markRng.
+std::string textOfRecord();
+
 // Lends a variable a value and gives the old one back.
 template <class T> class Having {
   public:

@@ -1,0 +1,183 @@
+#include "marks/key_reactions.h"
+
+#include <gtest/gtest.h>
+
+#include "autodraw/sequencer.h"
+#include "shell/window_proc.h"
+#include "sound/playback.h"
+#include "support/fakes.h"
+
+static void send(UINT message, WPARAM key, LPARAM flags = 0)
+{
+    windowProc(fakeWindow(0), message, key, flags);
+}
+
+TEST(KeyPlacement, IsEachKeysOwnSpotAroundTheMiddle)
+{
+    for (const RECT &monitor : {RECT{-640, 100, 160, 700}, RECT{0, 0, 300, 200}}) {
+        const Desk desk({monitor});
+        const uint32_t width = monitor.right == 300 ? 120 : 266;  // a third, at least 120
+        const uint32_t height = monitor.right == 300 ? 120 : 200;
+        for (uint32_t key = 0; key < 256; ++key) {
+            const uint32_t hash = 0x9E3779B1u - key * 1640531535u;
+            const POINT point = keyPlacement(key);
+            EXPECT_EQ(point.x, (monitor.left + monitor.right) / 2 + int(hash % width) - int(width / 2))
+                << key;
+            EXPECT_EQ(point.y,
+                      (monitor.top + monitor.bottom) / 2 + int(hash / 97 % height) - int(height / 2));
+        }
+        EXPECT_TRUE(sameStream(markRng, Rng(7)));
+    }
+    const Desk desk({{0, 0, 50, 50}});  // smaller than its box
+    for (uint32_t key = 0; key < 256; ++key) {
+        const POINT point = keyPlacement(key);
+        EXPECT_TRUE(PtInRect(&surfaces[0].rect, point)) << key;
+    }
+}
+
+TEST(KeyMash, RisesWithin520MillisecondsAndDecaysByTwoPastThem)
+{
+    const Desk desk(oneMonitor);
+    const std::tuple<int, DWORD, int> rows[] = {{0, 520, 1}, {1, 520, 2},   {49, 1, 50}, {50, 0, 50},
+                                                {0, 521, 1}, {1, 521, 1},   {2, 521, 1}, {3, 521, 1},
+                                                {4, 521, 2}, {50, 9000, 48}};
+    for (const auto &[before, ms, after] : rows) {
+        keyMashCount = before;
+        lastMashTime = fakes.steady;
+        fakes.passMs(ms);
+        EXPECT_EQ(updateKeyMash(), after >= 2) << before << " after " << ms;
+        EXPECT_EQ(keyMashCount, after) << before << " after " << ms;
+        EXPECT_EQ(lastMashTime, fakes.steady);
+    }
+    for (const DWORD since : {520u, 521u}) {  // timer 6 takes one off while the last key is near
+        for (const int before : {1, 3}) {
+            recorded = {};
+            keyMashCount = before;
+            lastMashTime = fakes.steady;
+            fakes.passMs(since);
+            send(WM_TIMER, 6);
+            const bool fades = since == 520 && before == 3;
+            EXPECT_EQ(keyMashCount, fades ? 2 : 0);
+            EXPECT_EQ(recorded.timers.size(), fades ? 1u : 0u);
+            EXPECT_EQ(lastMashTime == noTime, !fades);
+            EXPECT_TRUE(recorded.draws.empty());
+        }
+    }
+}
+
+TEST(SameKey, ClimbsAtMostOneStepInHalfASecond)
+{
+    const Desk desk(oneMonitor);
+    resetKeyState(fakeWindow(0));
+    // Milliseconds since the press before, key, the count then.
+    const std::tuple<DWORD, uint32_t, int> presses[] = {
+        {0, 'A', 1},   {499, 'A', 1}, {1, 'A', 2},   {900, 'A', 3}, {901, 'A', 1},
+        {500, 'A', 2}, {499, 'A', 2}, {499, 'A', 3}, {600, 'A', 4}, {600, 'A', 5},
+        {600, 'A', 6}, {600, 'A', 6}, {10, 'B', 1},  {10, 'A', 1}};
+    for (const auto &[ms, key, count] : presses) {
+        fakes.passMs(ms);
+        EXPECT_EQ(countSameKey(key, false), count) << ms;
+        const int64_t counted = lastKeyTime;
+        EXPECT_EQ(countSameKey(key, true), count);  // a repeat counts nothing
+        EXPECT_EQ(countSameKey(key + 1, true), 1);
+        EXPECT_TRUE(lastKeyTime == counted && lastKeyCode == key);
+    }
+}
+
+TEST(Keys, ReleasedLettersAlternateAtTheSpeedAtWhichOtherKeysStayInTheMash)
+{
+    for (const uint32_t key : {uint32_t('K'), uint32_t(VK_TAB)}) {
+        const Desk desk(oneMonitor);
+        resetKeyState(fakeWindow(0));
+        for (int press = 0; press < 6; ++press) {
+            send(WM_KEYDOWN, key);
+            const bool mash = key == VK_TAB ? press > 0 : press % 2 == 1;
+            EXPECT_EQ(spiralCentreValid, mash) << key << " press " << press;
+            EXPECT_EQ(pendingKey, key == 'K' && !mash);
+            fakes.passMs(100);
+            send(WM_KEYUP, key);
+            EXPECT_FALSE(pendingKey);
+            fakes.passMs(100);
+        }
+        for (int tick = 0; tick < 12; ++tick) {  // nothing but timer 6 ends the mash of other keys
+            fakes.passMs(210);
+            send(WM_TIMER, 6);
+        }
+        EXPECT_EQ(keyMashCount + sameKeyCount, 0);
+        EXPECT_FALSE(recorded.timers.contains({fakeWindow(0), 6}));
+    }
+}
+
+TEST(NoteSpiral, HasThreeToTenNotesAndGrowsToItsLimit)
+{
+    const std::tuple<int, int, size_t> rows[] = {{2, 1, 3}, {7, 2, 3},   {8, 0, 4},
+                                                 {8, 3, 5}, {24, 6, 10}, {50, 6, 10}};
+    for (const auto &[mash, same, notes] : rows) {
+        const Desk desk({{0, 0, 1600, 1200}});
+        resetKeyState(fakeWindow(0));
+        keyMashCount = mash;
+        sameKeyCount = same;
+        fakes.cursor = {800, 600};
+        noteSpiral();
+        size_t sparks = 0;
+        for (const DrawCall &draw : recorded.draws)
+            sparks += draw.what == "DrawLine" && draw.argb == 0xDCFFFFFF;
+        EXPECT_EQ(sparks, 2 * notes) << mash;
+        EXPECT_EQ(spiralRadius, 77.0f);
+        fakes.cursor = {805, 595};  // a sixth of less than six is nothing
+        for (int step = 0; step < 49; ++step)
+            noteSpiral();
+        EXPECT_EQ(spiralRadius, 420.0f);
+        EXPECT_TRUE(spiralCentre.x == 800 && spiralCentre.y == 600);
+    }
+}
+
+// A child's hands: whatever comes in whatever order, the counts keep their ranges and nothing leaks.
+TEST(Keys, OfTenThousandRandomMessagesBreakNothing)
+{
+    const Desk desk({{0, 0, 320, 240}, {-200, 40, 0, 200}});
+    std::mt19937 child(1);
+    const uint32_t keys[] = {'A',   'A',      'S',      '5',       VK_NUMPAD4, VK_LEFT, VK_DOWN,     VK_TAB,
+                             VK_F5, VK_SHIFT, VK_SPACE, VK_RETURN, VK_ESCAPE,  VK_APPS, VK_OEM_COMMA};
+    const UINT buttons[] = {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN,
+                            WM_RBUTTONUP,   WM_MOUSEMOVE, WM_XBUTTONDOWN};
+    std::set<HDC> canvases;
+    for (const MonitorSurface &surface : surfaces)
+        canvases.insert(surface.canvasDC);
+    for (int message = 0; message < 10000; ++message) {
+        fakes.passMs(child() % 8 == 0 ? child() % 1500 : child() % 90);
+        const HWND window = fakeWindow(int(child() % 2));
+        fakes.cursor = {LONG(child() % 520) - 200, LONG(child() % 240)};
+        const uint32_t key = keys[child() % std::size(keys)];
+        const UINT button = buttons[child() % std::size(buttons)];
+        const LPARAM at = MAKELPARAM(child() % 320, child() % 240);
+        switch (child() % 4) {
+        case 0: windowProc(window, WM_KEYDOWN, key, child() % 2 << 30); break;
+        case 1: windowProc(window, WM_KEYUP, key, 0); break;
+        case 2:
+            if (button == WM_LBUTTONDOWN) fakes.keysDown.insert(VK_LBUTTON);
+            if (button == WM_LBUTTONUP) fakes.keysDown.erase(VK_LBUTTON);
+            if (button == WM_RBUTTONDOWN) fakes.keysDown.insert(VK_RBUTTON);
+            if (button == WM_RBUTTONUP) fakes.keysDown.erase(VK_RBUTTON);
+            windowProc(window, button, 0, at);
+            if (button == WM_RBUTTONDOWN) recorded.draws.clear();  // the menu is painted on the window
+            break;
+        case 3: {
+            const auto running = recorded.timers;
+            for (const auto &[timer, ms] : running)
+                windowProc(timer.first, WM_TIMER, timer.second, 0);
+        }
+        }
+        ASSERT_TRUE(keyMashCount >= 0 && keyMashCount <= 50 && sameKeyCount >= 0 && sameKeyCount <= 6)
+            << message;
+        ASSERT_TRUE(spiralRadius >= 70.0f && spiralRadius <= 420.0f && autoMode >= 0 && autoMode <= 3)
+            << message;
+        ASSERT_EQ(recorded.alive, 0) << message;
+        for (const DrawCall &draw : recorded.draws)
+            ASSERT_TRUE(canvases.contains(draw.dc)) << message << " " << textOf(draw);
+        recorded.draws.clear();
+        recorded.invalidations.clear();
+    }
+    EXPECT_EQ(countCalls("InvalidateRect with"), 0);
+    resetKeyState(fakeWindow(0));
+}
