@@ -57,7 +57,10 @@ T
 missing_packages() {
     local group proof package
     for group; do package_table "$group"; done | while read -r proof package; do
-        command -v "$proof" >/dev/null || [ -e "$proof" ] || echo "$package"
+        case $proof in
+        /*) [ -e "$proof" ] ;;
+        *) command -v "$proof" >/dev/null ;;
+        esac || echo "$package"
     done | sort -u | tr '\n' ' '
 }
 

@@ -23,7 +23,7 @@ fs::path familyRoot(const fs::path &programFolder)
 {
     if (programFolder.empty()) return {};
     if (pathExists(programFolder / L"Zubworks.exe")) return programFolder;
-    const fs::path parent = programFolder.parent_path();
+    fs::path parent = programFolder.parent_path();
     if (!parent.empty() && pathExists(parent / L"Zubworks.exe")) return parent;
     return {};
 }

@@ -162,10 +162,11 @@ bool drawHintPanel(GpGraphics *graphics)
     drawCard(graphics, card);
     const float left = card.X + 18.0f;
     const float width = card.Width - 36.0f;
+    const float height = card.Height;
     float y = card.Y + 14.0f;
     const auto addText = [&](const OwnedFont &font, const std::wstring &text, ARGB color) {
         if (text.empty()) return;
-        const RectF layout(left, y, width, card.Height);
+        const RectF layout(left, y, width, height);
         const RectF measured = measureText(graphics, fonts, font, text, layout);
         drawText(graphics, fonts, font, text, layout, color);
         y += measured.Height + 8.0f;
