@@ -57,7 +57,7 @@ TEST(AutoSave, LeavesAPictureInTheMakingOrUnchangedAlone)
 
 TEST(AutoSave, KeepsEveryPixelOfAllCanvasesAndFillsTheGaps)
 {
-    Desk desk({{0, 0, 300, 200}, {-260, 50, -60, 330}});
+    Desk desk({{0, 0, 300, 200}, {-260, -50, -60, 230}});
     TestFolder folder;
     Having color(backgroundColor, MarkColor(0x123456));
     for (const MonitorSurface &surface : surfaces) {
@@ -69,13 +69,13 @@ TEST(AutoSave, KeepsEveryPixelOfAllCanvasesAndFillsTheGaps)
     GpBitmap *file = nullptr;
     GdipCreateBitmapFromFile(saved("auto-20270102-030405.png").c_str(), &file);
     int wrong = 0;
-    for (int y = 0; y < 331; ++y) {
+    for (int y = -50; y < 231; ++y) {
         for (int x = -260; x < 301; ++x) {
-            ARGB pixel = 0;  // stays outside the picture, which is 560 by 330
-            GdipBitmapGetPixel(file, x + 260, y, &pixel);
+            ARGB pixel = 0;  // stays outside the picture, which is 560 by 280
+            GdipBitmapGetPixel(file, x + 260, y + 50, &pixel);
             const MarkColor drawn = desk.pixel(x, y);
             const ARGB inside = toArgb(drawn == CLR_INVALID ? backgroundColor : drawn, 255);
-            wrong += pixel != (x < 300 && y < 330 ? inside : 0);
+            wrong += pixel != (x < 300 && y < 230 ? inside : 0);
         }
     }
     GdipDisposeImage(file);
@@ -102,6 +102,9 @@ TEST(AutoSave, KeepsTenFilesWhateverTheirNamesAndSkipsTheOneThatStays)
     CloseHandle(held);
     EXPECT_TRUE(tickSaves());
     EXPECT_TRUE(savedNames().starts_with("a folder auto-20260908-070606.png auto-20280228-235959.png "));
+    ++fakes.wallSeconds;
+    EXPECT_TRUE(tickSaves());
+    EXPECT_TRUE(savedNames().starts_with("a folder auto-20280228-235959.png "));
 }
 
 TEST(AutoSave, LosesNothingWhateverIsInTheWay)
