@@ -108,6 +108,14 @@ REPLACE_IMPORT(InvalidateRect) = [](HWND window, const RECT *rect, BOOL erase) -
     recorded.invalidations.push_back({window, rect == nullptr, rect ? *rect : RECT{}});
     return TRUE;
 };
+REPLACE_IMPORT(BeginPaint) = [](HWND window, LPPAINTSTRUCT paint) -> HDC {
+    if (!isFake(window)) return REAL(BeginPaint)(window, paint);
+    paint->rcPaint = fakes.paintRect;
+    return paint->hdc = fakes.paintDC;
+};
+REPLACE_IMPORT(EndPaint) = [](HWND window, const PAINTSTRUCT *paint) -> BOOL {
+    return isFake(window) ? TRUE : REAL(EndPaint)(window, paint);
+};
 REPLACE_IMPORT(ClientToScreen) = [](HWND window, LPPOINT point) -> BOOL {
     if (!isFake(window)) return REAL(ClientToScreen)(window, point);
     const RECT &monitor = fakes.monitors[size_t(indexOf(window))];

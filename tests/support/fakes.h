@@ -21,6 +21,8 @@ struct Fakes {
     VirtualScreen screen = {};  // metrics 76 to 79; desks set it to the union of their monitors
     POINT cursor = {};
     HWND foreground = nullptr;
+    HDC paintDC = nullptr;  // BeginPaint of our windows
+    RECT paintRect = {};
     BOOL playResult = TRUE;           // PlaySoundW
     BOOL postResult = TRUE;           // PostMessageW
     std::vector<TOUCHINPUT> touches;  // GetTouchInputInfo; it fails while this is empty
