@@ -2,5 +2,6 @@
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
 {
-    return runApp(instance);
+    // Not by a return: it would free the clips while the player may still read them.
+    ExitProcess(UINT(runApp(instance)));
 }
