@@ -279,6 +279,8 @@ REPLACE_IMPORT(GetModuleFileNameW) = [](HMODULE module, LPWSTR text, DWORD size)
     text[length] = 0;
     return fakes.programFile.size() < size ? DWORD(length) : size;
 };
+REPLACE_IMPORT(GetUserDefaultUILanguage) = []() -> LANGID { return fakes.uiLanguage; };
+REPLACE_IMPORT(IsWindow) = [](HWND window) -> BOOL { return isFake(window) || REAL(IsWindow)(window); };
 REPLACE_IMPORT(GetLocalTime) = [](LPSYSTEMTIME time) { *time = fakes.localTime; };
 REPLACE_IMPORT(CoCreateInstance) = [](REFCLSID id, LPUNKNOWN, DWORD, REFIID, void **object) -> HRESULT {
     log("CoCreateInstance");

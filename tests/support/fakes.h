@@ -28,6 +28,7 @@ struct Fakes {
     std::vector<TOUCHINPUT> touches;  // GetTouchInputInfo; it fails while this is empty
     std::vector<MSG> messages;        // GetMessageW hands these out, then ends the loop
     DWORD lastError = 0;              // after CreateMutexW
+    LANGID uiLanguage = 0x0409;       // GetUserDefaultUILanguage
     std::wstring programFile;         // GetModuleFileNameW; the real answer while empty
     std::filesystem::path folder;     // every known folder of the user; the real ones while empty
     int64_t wallSeconds = 0;          // the system clock, UTC since 1970; the real time while 0
@@ -130,6 +131,15 @@ struct TestFolder {
 };
 
 void seedAll(uint32_t seed);
+
+// FNV-1a over code units: stands for a text in a table where the text itself would be a second copy.
+inline uint32_t hashOf(const std::wstring &text)
+{
+    uint32_t hash = 2166136261u;
+    for (const wchar_t unit : text)
+        hash = (hash ^ unit) * 16777619u;
+    return hash;
+}
 
 // Whether both streams would give the same next output; compares a stream with its replay by hand.
 inline bool sameStream(Rng a, Rng b)

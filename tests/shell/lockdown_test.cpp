@@ -1,0 +1,156 @@
+#include "shell/lockdown.h"
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+#include "hint/panel.h"
+#include "saving/save_dialog.h"
+#include "support/fakes.h"
+
+using Calls = std::vector<std::string>;
+
+// What is so while a key goes down: flags, modifiers, and whether the program can be told.
+enum : unsigned { up = 1, extended = 2, alt = 4, ctrl = 8, shift = 16, win = 32, target = 64, posts = 128 };
+static const unsigned told = target | posts, odd = up | extended;
+
+// What grown-ups were promised, first match from the top: key (0 is any), what it needs, what bars it, and
+// its fate: it goes to the program (p), is swallowed (s) or goes on to the next hook (n).
+using Promise = std::tuple<DWORD, unsigned, unsigned, char>;
+static const Promise promises[] = {{VK_SNAPSHOT, told, odd, 'p'},
+                                   {VK_F1, alt | told, odd, 'p'},
+                                   {VK_F4, alt | told, odd, 'p'},
+                                   {VK_LWIN, 0, 0, 's'},
+                                   {VK_RWIN, 0, 0, 's'},
+                                   {0, ctrl | shift, 0, 's'},
+                                   {VK_ESCAPE, ctrl, 0, 's'},
+                                   {VK_SNAPSHOT, 0, 0, 'n'},
+                                   {VK_F1, 0, 0, 'n'},
+                                   {VK_F4, 0, 0, 'n'},
+                                   {0, alt, 0, 's'},
+                                   {VK_TAB, win, 0, 's'},
+                                   {0, 0, 0, 'n'}};
+
+static char promised(DWORD key, unsigned world)
+{
+    for (const auto &[of, needs, lacks, fate] : promises) {
+        if ((of == 0 || of == key) && (world & needs) == needs && !(world & lacks)) return fate;
+    }
+    return '?';
+}
+
+static char fateOf(WPARAM message, const KBDLLHOOKSTRUCT &event, int code = HC_ACTION)
+{
+    recorded.calls.clear();
+    const LRESULT answer = lowLevelKeyboardProc(code, message, LPARAM(&event));
+    if (answer != 1) return countCalls("CallNextHook") == 1 ? 'n' : '?';
+    const Calls post = {"PostMessage w0 32769 " + std::to_string(event.vkCode)};
+    return fakes.postResult && recorded.calls == post ? 'p' : 's';
+}
+
+TEST(KeyboardHook, DecidesEveryEventAsPromised)
+{
+    const Desk desk(oneMonitor);
+    const Having lent(hookTargetWindow, nullptr);
+    const std::tuple<int, DWORD, unsigned> sources[] = {
+        {VK_MENU, 0, alt},    {VK_LMENU, 0, alt}, {VK_RMENU, 0, alt}, {VK_CONTROL, 0, ctrl},
+        {VK_SHIFT, 0, shift}, {VK_LWIN, 0, win},  {VK_RWIN, 0, win},  {0, 0x01, extended},
+        {0, 0x20, alt},       {0, 0x80, up}};
+    for (unsigned state = 0; state < 1u << 12; ++state) {
+        KBDLLHOOKSTRUCT event = {};
+        unsigned world = (state & 1 ? target : 0u) | (state & 2 ? posts : 0u);
+        hookTargetWindow = state & 1 ? fakeWindow(0) : nullptr;
+        fakes.postResult = (state & 2) != 0;
+        fakes.keysDown.clear();
+        unsigned bit = 1;
+        for (const auto &[key, flag, meaning] : sources) {
+            if (!(state & 1u << ++bit)) continue;
+            if (key) fakes.keysDown.insert(key);
+            event.flags |= flag;
+            world |= meaning;
+        }
+        for (event.vkCode = 0; event.vkCode < 256; ++event.vkCode) {
+            const char fate = promised(event.vkCode, world);
+            for (const WPARAM message : {WM_KEYDOWN, WM_SYSKEYDOWN, WM_KEYUP, WM_SYSKEYUP}) {
+                const bool down = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+                ASSERT_EQ(fateOf(message, event), down ? fate : 'n') << event.vkCode << " in " << world;
+            }
+            ASSERT_EQ(fateOf(WM_KEYDOWN, event, 3), 'n');
+        }
+    }
+}
+
+TEST(Lockdown, HoldsTheCursorOnlyWhileASurfaceIsInFront)
+{
+    const Desk desk(twoMonitors);
+    const std::tuple<HWND, int, const char *> rows[] = {{fakeWindow(0), 700, "-700,-10,900,690"},
+                                                        {nullptr, 700, "free"},
+                                                        {fakeWindow(1), 700, "-700,-10,900,690"},
+                                                        {fakeWindow(2), 700, "free"},
+                                                        {fakeWindow(0), 0, "-640,0,800,600"}};
+    for (const auto &[front, height, clip] : rows) {
+        fakes.foreground = front;
+        fakes.screen = {-700, -10, 1600, height};
+        recorded.calls.clear();
+        confineCursor();
+        EXPECT_EQ(recorded.calls, Calls{std::string("ClipCursor ") + clip});
+    }
+}
+
+TEST(Lockdown, PutsTheHintAboveTheSurfacesAndGivesWayToTheDialog)
+{
+    const Desk desk(twoMonitors);
+    const Having clamp(volumeClamp, 0.3f);
+    const Having hint(hintVisible, true);
+    const Having panel(hintFloatWindow, fakeWindow(2));
+    const Having dialog(dialogShowing, true);
+    refreshTopmost();
+    EXPECT_TRUE(recorded.calls.empty());
+    dialogShowing = false;
+    refreshTopmost();
+    hintVisible = false;
+    refreshTopmost();
+    const std::string first = "SetWindowPos w0 topmost 16", second = "SetWindowPos w1 topmost 16";
+    EXPECT_EQ(recorded.calls,
+              (Calls{first, second, "SetWindowPos w2 topmost 83", "CoCreateInstance", "ClipCursor free",
+                     first, second, "CoCreateInstance", "ClipCursor free"}));
+}
+
+TEST(Lockdown, LowersALoudVolumeAndNeverRaisesOne)
+{
+    // One COM object plays enumerator, device and volume: the methods used stand at different places.
+    static float level;
+    static int failing, held;
+    static void *methods[10];
+    static void **object = methods;
+    static const auto give = [](int call, void **out) {
+        if (call == failing) return E_FAIL;
+        ++held;
+        *out = &object;
+        return S_OK;
+    };
+    const auto put = [](int place, auto method) { methods[place] = reinterpret_cast<void *>(+method); };
+    put(2, [](void *) { return --held; });
+    put(3, [](void *, REFIID, DWORD, void *, void **out) { return give(3, out); });
+    put(4, [](void *, int flow, int role, void **out) {
+        return flow == eRender && role == eConsole ? give(2, out) : E_INVALIDARG;
+    });
+    put(7, [](void *, float value, const GUID *) { return level = value, S_OK; });
+    put(9, [](void *, float *out) { return *out = level, failing == 4 ? E_FAIL : S_OK; });
+    const Desk desk(oneMonitor);
+    const Having lent(volumeClamp, 0.0f);
+    fakes.makeObject = [](REFCLSID, void **out) { return give(1, out); };
+    const float rows[][3] = {{0.3f, 0.2f, 0.2f}, {0.3f, 0.3f, 0.3f}, {0.3f, 0.5f, 0.3f}, {1.0f, 1.0f, 1.0f},
+                             {0.0f, 0.5f, 0.5f}, {1.1f, 1.2f, 1.2f}, {-1.0f, 0.5f, 0.5f}};
+    for (const auto &[cap, before, after] : rows) {
+        for (failing = 0; failing <= 4; ++failing) {
+            volumeClamp = cap;
+            level = before;
+            recorded.calls.clear();
+            clampMasterVolume();
+            EXPECT_EQ(level, failing == 0 ? after : before) << cap << " " << failing;
+            EXPECT_EQ(held, 0);
+            EXPECT_EQ(countCalls("CoCreateInstance"), cap > 0.0f && cap <= 1.0f);
+        }
+    }
+}
