@@ -84,52 +84,22 @@ TEST(SameKey, ClimbsAtMostOneStepInHalfASecond)
     }
 }
 
-TEST(Keys, ReleasedLettersAlternateAtTheSpeedAtWhichOtherKeysStayInTheMash)
+TEST(NoteSpiral, LagsBehindTheCursorAndStopsShortOfIt)
 {
-    for (const uint32_t key : {uint32_t('K'), uint32_t(VK_TAB)}) {
-        const Desk desk(oneMonitor);
-        resetKeyState(fakeWindow(0));
-        for (int press = 0; press < 6; ++press) {
-            send(WM_KEYDOWN, key);
-            const bool mash = key == VK_TAB ? press > 0 : press % 2 == 1;
-            EXPECT_EQ(spiralCentreValid, mash) << key << " press " << press;
-            EXPECT_EQ(pendingKey, key == 'K' && !mash);
-            fakes.passMs(100);
-            send(WM_KEYUP, key);
-            EXPECT_FALSE(pendingKey);
-            fakes.passMs(100);
-        }
-        for (int tick = 0; tick < 12; ++tick) {  // nothing but timer 6 ends the mash of other keys
-            fakes.passMs(210);
-            send(WM_TIMER, 6);
-        }
-        EXPECT_EQ(keyMashCount + sameKeyCount, 0);
-        EXPECT_FALSE(recorded.timers.contains({fakeWindow(0), 6}));
-    }
-}
-
-TEST(NoteSpiral, HasThreeToTenNotesAndGrowsToItsLimit)
-{
-    const std::tuple<int, int, size_t> rows[] = {{2, 1, 3}, {7, 2, 3},   {8, 0, 4},
-                                                 {8, 3, 5}, {24, 6, 10}, {50, 6, 10}};
-    for (const auto &[mash, same, notes] : rows) {
-        const Desk desk({{0, 0, 1600, 1200}});
-        resetKeyState(fakeWindow(0));
-        keyMashCount = mash;
-        sameKeyCount = same;
-        fakes.cursor = {800, 600};
+    const Desk desk(oneMonitor);
+    resetKeyState(fakeWindow(0));
+    fakes.cursor = {400, 300};
+    noteSpiral();
+    fakes.cursor = {465, 241};
+    const POINT centres[] = {{410, 291}, {419, 283}, {426, 276}};
+    for (const POINT centre : centres) {
         noteSpiral();
-        size_t sparks = 0;
-        for (const DrawCall &draw : recorded.draws)
-            sparks += draw.what == "DrawLine" && draw.argb == 0xDCFFFFFF;
-        EXPECT_EQ(sparks, 2 * notes) << mash;
-        EXPECT_EQ(spiralRadius, 77.0f);
-        fakes.cursor = {805, 595};  // a sixth of less than six is nothing
-        for (int step = 0; step < 49; ++step)
-            noteSpiral();
-        EXPECT_EQ(spiralRadius, 420.0f);
-        EXPECT_TRUE(spiralCentre.x == 800 && spiralCentre.y == 600);
+        EXPECT_TRUE(spiralCentre.x == centre.x && spiralCentre.y == centre.y) << spiralCentre.x;
     }
+    for (int step = 0; step < 60; ++step)
+        noteSpiral();
+    EXPECT_TRUE(spiralCentre.x == 460 && spiralCentre.y == 246);
+    EXPECT_EQ(spiralRadius, 420.0f);
 }
 
 // A child's hands: whatever comes in whatever order, the counts keep their ranges and nothing leaks.
