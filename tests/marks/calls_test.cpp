@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "autodraw/sequencer.h"
 #include "marks/bursts.h"
 #include "marks/key_reactions.h"
 #include "marks/notes.h"
@@ -17,6 +18,9 @@ class Marks : public testing::Test {
   protected:
     const std::string path = "Z:" + std::string(__FILE__).replace(sizeof __FILE__ - 10, 9, ".txt");
     std::string known, all;
+    const Having<int> nothingRuns{autoMode, 0}, anyShape{scatterShape, 0};
+    const Having<bool> plain{rainbowStroke, false};
+    const Having<MarkColor> color{strokeColor, 0x3264C8};
 
     void SetUp() override
     {
@@ -37,8 +41,6 @@ class Marks : public testing::Test {
     template <class Draw> void show(const std::string &name, const std::vector<RECT> &monitors, Draw draw)
     {
         const Desk desk(monitors);
-        const Having plain(rainbowStroke, false);
-        const Having color(strokeColor, MarkColor(0x3264C8));
         draw();
         expect("= " + name + "\n" + textOfRecord());
     }
@@ -102,8 +104,6 @@ TEST_F(Marks, OfBurstsAreChosenByTheirDraws)
             found = wanted();
         }
         const Desk desk(oneMonitor);
-        const Having plain(rainbowStroke, false);
-        const Having color(strokeColor, MarkColor(0x3264C8));
         markRng.seed(seed);
         draw();
         const uint32_t next = uint32_t(markRng());
