@@ -121,20 +121,21 @@ def clip_of(noise, words):
     return form(noise, *numbers) if form else single(noise, words[0], *numbers)
 
 
-wrong = []
-with tempfile.TemporaryDirectory() as folder:
-    subprocess.run(sys.argv[1:] + [folder], check=True)
-    for seed, lines in enumerate(banks, 1):
-        stream = Noise()
-        stream._legacy_seeding(seed)  # as the program seeds
-        for line in lines:
-            slot, clips = line.split(': ')
-            for i, clip in enumerate(clips.split(', '), 10 if slot == 'mascotRepertoire' else 0):
-                want = clip_of(stream, clip.split())
-                got = np.fromfile('%s/%s-%02d.wav' % (folder, slot, i), '<i2', offset=44)
-                off = abs(got - want).max() if len(got) == len(want) else np.inf
-                # Notes that overlap are each truncated; loops are amplified afterwards.
-                if not off <= {'strokeLoops': 6, 'mascotFanfare': 2}.get(slot, 1):
-                    wrong.append('%s %d is off by %s' % (slot, i, off))
-print('\n'.join(wrong))
-sys.exit(bool(wrong))
+if __name__ == '__main__':
+    wrong = []
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run(sys.argv[1:] + [folder], check=True)
+        for seed, lines in enumerate(banks, 1):
+            stream = Noise()
+            stream._legacy_seeding(seed)  # as the program seeds
+            for line in lines:
+                slot, clips = line.split(': ')
+                for i, clip in enumerate(clips.split(', '), 10 if slot == 'mascotRepertoire' else 0):
+                    want = clip_of(stream, clip.split())
+                    got = np.fromfile('%s/%s-%02d.wav' % (folder, slot, i), '<i2', offset=44)
+                    off = abs(got - want).max() if len(got) == len(want) else np.inf
+                    # Notes that overlap are each truncated; loops are amplified afterwards.
+                    if not off <= {'strokeLoops': 6, 'mascotFanfare': 2}.get(slot, 1):
+                        wrong.append('%s %d is off by %s' % (slot, i, off))
+    print('\n'.join(wrong))
+    sys.exit(bool(wrong))
