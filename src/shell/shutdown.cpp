@@ -41,6 +41,15 @@ static void closeSurface(MonitorSurface &surface)
     freeSurfaceBuffers(surface);
 }
 
+// A window that goes hands the activation to the next one, which clips the cursor again: free it once more.
+static void closeSurfaces()
+{
+    for (MonitorSurface &surface : surfaces)
+        closeSurface(surface);
+    surfaces.clear();
+    ClipCursor(nullptr);
+}
+
 static void stopGdiplus()
 {
     if (gdiplusToken) GdiplusShutdown(gdiplusToken);
@@ -85,9 +94,7 @@ void endSession()
     menuOpen = false;
     autoStepsLeft = 0;
     releaseLockdown();
-    for (MonitorSurface &surface : surfaces)
-        closeSurface(surface);
-    surfaces.clear();
+    closeSurfaces();
     stopGdiplus();
     PostQuitMessage(0);
 }
@@ -99,8 +106,6 @@ void finishRun()
     shutdownMascot();
     destroyDialogHost();
     if (!gdiplusToken) return;
-    for (MonitorSurface &surface : surfaces)
-        closeSurface(surface);
-    surfaces.clear();
+    closeSurfaces();
     stopGdiplus();
 }

@@ -62,6 +62,7 @@ TEST(Startup, DoesEverythingBeforeTheFirstMessageInOrder)
                    "Unhook",
                    "DestroyWindow w0",
                    "DestroyWindow w1",
+                   "ClipCursor free",
                    "CoUninitialize"});
     EXPECT_FALSE(canvasDirty);
     EXPECT_TRUE(surfaces.empty());
@@ -152,7 +153,8 @@ TEST(WaysOut, AtTheEndOfTheSessionDestroyWithoutHiding)
     EXPECT_TRUE(recorded.calls.empty());
     EXPECT_EQ(surfaces.size(), 2u);
     EXPECT_EQ(windowProc(fakeWindow(0), WM_ENDSESSION, TRUE, 0), 0);
-    expectInOrder({"ClipCursor free", "Unhook", "DestroyWindow w0", "DestroyWindow w1", "PostQuitMessage 0"});
+    expectInOrder({"ClipCursor free", "Unhook", "DestroyWindow w0", "DestroyWindow w1", "ClipCursor free",
+                   "PostQuitMessage 0"});
     EXPECT_EQ(countCalls("ShowWindow"), 0);
     EXPECT_FALSE(menuOpen || mascotEnabled || autoStepsLeft > 0 || shuttingDown);
     EXPECT_EQ(gdiplusToken, 0u);
