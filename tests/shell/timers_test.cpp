@@ -4,6 +4,7 @@
 
 #include <tuple>
 
+#include "hint/idle.h"
 #include "hint/panel.h"
 #include "marks/key_reactions.h"
 #include "menu/menu.h"
