@@ -51,6 +51,15 @@ zip                                         zip
 unzip                                       unzip
 T
     ;;
+    fonts) cat <<'T'
+npm                                         npm
+/usr/lib/python3/dist-packages/fontTools    python3-fonttools
+T
+    ;;
+    sign) cat <<'T'
+osslsigncode                                osslsigncode
+T
+    ;;
     esac
 }
 
