@@ -234,7 +234,7 @@ static void drawOnAll(void (*draw)(GraphicsScope &, float, float, int), int step
     }
 }
 
-// Rays only upwards and to the right of the disc: five of the ten that would go round.
+// Rays from straight up round the right side of the disc: five of the ten that would go round.
 static void drawRayedDisc(int step)
 {
     if (step == 0) return paintBlob(motif.anchor, motif.size, motif.size, motif.colorA);

@@ -227,6 +227,10 @@ void newPenPath()
     case 4: addChain(); break;
     case 5: addShortChain(); break;
     }
+    if (penPath.size() < 2) {  // no form comes out so short; what follows relies on two points
+        penPath.push_back(freshPenStart());
+        penPath.push_back(farPointFrom(penPath.back()));
+    }
     densifyPenPath();
     thinPenPath();
     for (POINT &point : penPath)

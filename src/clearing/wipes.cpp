@@ -265,6 +265,7 @@ static void floodWithRevealColor()
 
 void wipeTick()
 {
+    if (!wipeRunning) return;  // a tick that was already under way when the wipe was stopped
     HBRUSH brush = CreateSolidBrush(backgroundColor);
     bool done = false;
     for (const MonitorSurface &surface : surfaces)
