@@ -80,8 +80,8 @@ TEST(CreateSurface, KeepsARecordEvenWithoutAWindow)
     surfaces.pop_back();
     RECT second = twoMonitors[1];
     createSurface(nullptr, nullptr, &second, 0);
-    EXPECT_EQ(recorded.calls.at(0), "CreateWindow 524424 2415919104 0,0 800x600");
-    EXPECT_EQ(recorded.calls.at(2), "CreateWindow 524424 2415919104 -640,100 640x480");
+    EXPECT_EQ(recorded.calls.at(0), "CreateWindow 524424 2415919104 0 0 800 600");
+    EXPECT_EQ(recorded.calls.at(2), "CreateWindow 524424 2415919104 -640 100 640 480");
     ASSERT_EQ(surfaces.size(), 2u);
     EXPECT_EQ(primaryWindow(), nullptr);
     EXPECT_EQ(surfaces[1].hwnd, fakeWindow(1));

@@ -1,42 +1,47 @@
 #include "support/fakes.h"
 
+#include <algorithm>
 #include <chrono>
 
 int countCalls(const std::string &start)
 {
-    int count = 0;
-    for (const std::string &call : recorded.calls)
-        count += call.starts_with(start);
-    return count;
-}
-
-int firstCall(const std::string &start)
-{
-    for (size_t i = 0; i < recorded.calls.size(); ++i) {
-        if (recorded.calls[i].starts_with(start)) return int(i);
-    }
-    return -1;
-}
-
-static void log(std::string call)
-{
-    recorded.calls.push_back(std::move(call));
+    return int(std::count_if(recorded.calls.begin(), recorded.calls.end(),
+                             [&](const std::string &call) { return call.starts_with(start); }));
 }
 
 static bool isFake(HWND window)
 {
-    const intptr_t handle = intptr_t(window);
-    return handle >= firstFakeWindow && handle < firstFakeWindow + 64;
+    return intptr_t(window) >= firstFakeWindow && intptr_t(window) < firstFakeWindow + 64;
 }
-static int indexOf(HWND window)
+static size_t indexOf(HWND window)
 {
-    return int((intptr_t(window) - firstFakeWindow) / 2);
+    return size_t(intptr_t(window) - firstFakeWindow) / 2;
 }
 
-static std::string nameOf(HWND window)
+static std::string text(const char *part)
+{
+    return part;
+}
+template <class Number> static std::string text(Number part)
+{
+    return std::to_string(part);
+}
+static std::string text(HWND window)
 {
     if (!window) return "null";
     return isFake(window) ? "w" + std::to_string(indexOf(window)) : "window";
+}
+
+// Keeps a call and its telling arguments, with blanks between them, and gives its answer.
+template <class Answer, class... Parts> static Answer said(Answer answer, const char *what, Parts... parts)
+{
+    recorded.calls.push_back((std::string(what) + ... + (" " + text(parts))));
+    return answer;
+}
+
+static bool fails(const char *name)
+{
+    return fakes.failing.contains(name);
 }
 
 // The linker gives `__real___imp_X` the real import and takes ours for `__imp_X`; the build reads the
@@ -88,25 +93,22 @@ REPLACE_IMPORT(MonitorFromPoint) = [](POINT point, DWORD flags) -> HMONITOR {
 REPLACE_IMPORT(MonitorFromRect) = [](LPCRECT rect, DWORD) -> HMONITOR { return monitorAt(*rect); };
 REPLACE_IMPORT(GetMonitorInfoW) = [](HMONITOR monitor, LPMONITORINFO info) -> BOOL {
     const size_t index = size_t(monitor) - 1;
-    if (fakes.failing.contains("GetMonitorInfoW") || index >= fakes.monitors.size()) return FALSE;
+    if (fails("GetMonitorInfoW") || index >= fakes.monitors.size()) return FALSE;
     info->rcMonitor = fakes.monitors[index];
     info->rcWork = fakes.monitors[index];
     return TRUE;
 };
 
 REPLACE_IMPORT(SetTimer) = [](HWND window, UINT_PTR id, UINT ms, TIMERPROC) -> UINT_PTR {
-    log("SetTimer " + std::to_string(id) + " " + std::to_string(ms) + " " + nameOf(window));
     recorded.timers[{window, id}] = ms;
-    return id;
+    return said(id, "SetTimer", id, ms, window);
 };
 REPLACE_IMPORT(KillTimer) = [](HWND window, UINT_PTR id) -> BOOL {
-    log("KillTimer " + std::to_string(id) + " " + nameOf(window));
-    return recorded.timers.erase({window, id}) != 0;
+    return said(recorded.timers.erase({window, id}) != 0, "KillTimer", id, window);
 };
 REPLACE_IMPORT(InvalidateRect) = [](HWND window, const RECT *rect, BOOL erase) -> BOOL {
-    if (!window || erase) log("InvalidateRect with a null window or erasing");
     recorded.invalidations.push_back({window, rect == nullptr, rect ? *rect : RECT{}});
-    return TRUE;
+    return window && !erase ? TRUE : said(FALSE, "InvalidateRect with a null window or erasing");
 };
 REPLACE_IMPORT(BeginPaint) = [](HWND window, LPPAINTSTRUCT paint) -> HDC {
     if (!isFake(window)) return REAL(BeginPaint)(window, paint);
@@ -118,7 +120,7 @@ REPLACE_IMPORT(EndPaint) = [](HWND window, const PAINTSTRUCT *paint) -> BOOL {
 };
 REPLACE_IMPORT(ClientToScreen) = [](HWND window, LPPOINT point) -> BOOL {
     if (!isFake(window)) return REAL(ClientToScreen)(window, point);
-    const RECT &monitor = fakes.monitors[size_t(indexOf(window))];
+    const RECT &monitor = fakes.monitors[indexOf(window)];
     *point = {point->x + monitor.left, point->y + monitor.top};
     return TRUE;
 };
@@ -126,17 +128,14 @@ REPLACE_IMPORT(ClientToScreen) = [](HWND window, LPPOINT point) -> BOOL {
 REPLACE_IMPORT(CreateWindowExW) = [](DWORD extended, LPCWSTR name, LPCWSTR title, DWORD style, int x, int y,
                                      int w, int h, HWND parent, HMENU menu, HINSTANCE instance,
                                      LPVOID data) -> HWND {
-    const std::wstring className = HIWORD(intptr_t(name)) ? name : L"";
-    const bool ours = className == L"ZubblyWindow";
-    if (!ours)
+    if (!HIWORD(intptr_t(name)) || std::wstring(name) != L"ZubblyWindow")
         return REAL(CreateWindowExW)(extended, name, title, style, x, y, w, h, parent, menu, instance, data);
-    log("CreateWindow " + std::to_string(extended) + " " + std::to_string(style) + " " + std::to_string(x) +
-        "," + std::to_string(y) + " " + std::to_string(w) + "x" + std::to_string(h));
-    return fakes.failing.contains("CreateWindowExW") ? nullptr : fakeWindow(int(surfaces.size()));
+    const HWND made = fails("CreateWindowExW") ? nullptr : fakeWindow(int(surfaces.size()));
+    return said(made, "CreateWindow", extended, style, x, y, w, h);
 };
 static BOOL fakeClientRect(HWND window, LPRECT rect, bool atOrigin)
 {
-    *rect = fakes.monitors[size_t(indexOf(window))];
+    *rect = fakes.monitors[indexOf(window)];
     if (atOrigin) OffsetRect(rect, -rect->left, -rect->top);
     return TRUE;
 }
@@ -151,69 +150,45 @@ REPLACE_IMPORT(ReleaseDC) = [](HWND window, HDC dc) -> int {
     return REAL(ReleaseDC)(isFake(window) ? nullptr : window, dc);
 };
 REPLACE_IMPORT(DestroyWindow) = [](HWND window) -> BOOL {
-    log("DestroyWindow " + nameOf(window));
-    return isFake(window) ? TRUE : REAL(DestroyWindow)(window);
+    return said(isFake(window), "DestroyWindow", window) || REAL(DestroyWindow)(window);
 };
 REPLACE_IMPORT(ShowWindow) = [](HWND window, int how) -> BOOL {
-    log("ShowWindow " + nameOf(window) + " " + std::to_string(how));
-    return isFake(window) ? TRUE : REAL(ShowWindow)(window, how);
+    return said(isFake(window), "ShowWindow", window, how) || REAL(ShowWindow)(window, how);
 };
 REPLACE_IMPORT(SetWindowPos) = [](HWND window, HWND after, int x, int y, int w, int h, UINT flags) -> BOOL {
-    log("SetWindowPos " + nameOf(window) + (after == HWND_TOPMOST ? " topmost " : " other ") +
-        std::to_string(flags));
-    return isFake(window) ? TRUE : REAL(SetWindowPos)(window, after, x, y, w, h, flags);
+    const char *where = after == HWND_TOPMOST ? "topmost" : "other";
+    return said(isFake(window), "SetWindowPos", window, where, flags) ||
+           REAL(SetWindowPos)(window, after, x, y, w, h, flags);
 };
 REPLACE_IMPORT(SetWindowRgn) = [](HWND window, HRGN region, BOOL redraw) -> int {
-    log("SetWindowRgn " + nameOf(window));
-    if (!isFake(window)) return REAL(SetWindowRgn)(window, region, redraw);
-    DeleteObject(region);  // the system owns what it is given
-    return 1;
+    if (!said(isFake(window), "SetWindowRgn", window)) return REAL(SetWindowRgn)(window, region, redraw);
+    return DeleteObject(region) || !region;  // the system owns what it is given
 };
 REPLACE_IMPORT(SetLayeredWindowAttributes) = [](HWND window, COLORREF, BYTE alpha, DWORD flags) -> BOOL {
-    log("SetLayeredWindowAttributes " + nameOf(window) + " " + std::to_string(alpha) + " " +
-        std::to_string(flags));
-    return TRUE;
+    return said(TRUE, "SetLayeredWindowAttributes", window, alpha, flags);
 };
-REPLACE_IMPORT(UpdateWindow) = [](HWND window) -> BOOL {
-    log("UpdateWindow " + nameOf(window));
-    return TRUE;
-};
+REPLACE_IMPORT(UpdateWindow) = [](HWND window) -> BOOL { return said(TRUE, "UpdateWindow", window); };
 REPLACE_IMPORT(DefWindowProcW) = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
     if (!isFake(window)) return REAL(DefWindowProcW)(window, message, wParam, lParam);
-    log("DefWindowProc " + std::to_string(message));
-    return 77;
+    return said(77, "DefWindowProc", message);
 };
 
 REPLACE_IMPORT(GetForegroundWindow) = []() -> HWND { return fakes.foreground; };
 REPLACE_IMPORT(SetForegroundWindow) = [](HWND window) -> BOOL {
-    log("SetForegroundWindow " + nameOf(window));
-    return TRUE;
+    return said(TRUE, "SetForegroundWindow", window);
 };
-REPLACE_IMPORT(SetActiveWindow) = [](HWND window) -> HWND {
-    log("SetActiveWindow " + nameOf(window));
-    return nullptr;
-};
-REPLACE_IMPORT(SetFocus) = [](HWND window) -> HWND {
-    log("SetFocus " + nameOf(window));
-    return nullptr;
-};
-REPLACE_IMPORT(SetCapture) = [](HWND window) -> HWND {
-    log("SetCapture " + nameOf(window));
-    return nullptr;
-};
-REPLACE_IMPORT(ReleaseCapture) = []() -> BOOL {
-    log("ReleaseCapture");
-    return TRUE;
-};
+REPLACE_IMPORT(SetActiveWindow) = [](HWND window) -> HWND { return said(HWND(), "SetActiveWindow", window); };
+REPLACE_IMPORT(SetFocus) = [](HWND window) -> HWND { return said(HWND(), "SetFocus", window); };
+REPLACE_IMPORT(SetCapture) = [](HWND window) -> HWND { return said(HWND(), "SetCapture", window); };
+REPLACE_IMPORT(ReleaseCapture) = []() -> BOOL { return said(TRUE, "ReleaseCapture"); };
 REPLACE_IMPORT(ClipCursor) = [](const RECT *clip) -> BOOL {
-    log(clip ? "ClipCursor " + std::to_string(clip->left) + "," + std::to_string(clip->top) + "," +
-                   std::to_string(clip->right) + "," + std::to_string(clip->bottom)
-             : std::string("ClipCursor free"));
-    return TRUE;
+    if (!clip) return said(TRUE, "ClipCursor free");
+    const std::string corners = std::to_string(clip->left) + "," + std::to_string(clip->top) + "," +
+                                std::to_string(clip->right) + "," + std::to_string(clip->bottom);
+    return said(TRUE, "ClipCursor", corners.c_str());
 };
 REPLACE_IMPORT(RegisterTouchWindow) = [](HWND window, ULONG) -> BOOL {
-    log("RegisterTouchWindow " + nameOf(window));
-    return TRUE;
+    return said(TRUE, "RegisterTouchWindow", window);
 };
 REPLACE_IMPORT(GetTouchInputInfo) = [](HTOUCHINPUT, UINT count, PTOUCHINPUT touches, int size) -> BOOL {
     if (size != 48 || fakes.touches.size() != count) return FALSE;
@@ -221,41 +196,31 @@ REPLACE_IMPORT(GetTouchInputInfo) = [](HTOUCHINPUT, UINT count, PTOUCHINPUT touc
     return TRUE;
 };
 REPLACE_IMPORT(CloseTouchInputHandle) = [](HTOUCHINPUT) -> BOOL {
-    log("CloseTouchInputHandle");
-    return TRUE;
+    return said(TRUE, "CloseTouchInputHandle");
 };
 
 REPLACE_IMPORT(SetWindowsHookExW) = [](int kind, HOOKPROC, HINSTANCE, DWORD thread) -> HHOOK {
-    log("SetWindowsHook " + std::to_string(kind) + " " + std::to_string(thread));
-    return fakes.failing.contains("SetWindowsHookExW") ? nullptr : HHOOK(0x400);
+    return said(fails("SetWindowsHookExW") ? nullptr : HHOOK(0x400), "SetWindowsHook", kind, thread);
 };
-REPLACE_IMPORT(UnhookWindowsHookEx) = [](HHOOK) -> BOOL {
-    log("Unhook");
-    return TRUE;
-};
+REPLACE_IMPORT(UnhookWindowsHookEx) = [](HHOOK) -> BOOL { return said(TRUE, "Unhook"); };
 REPLACE_IMPORT(CallNextHookEx) = [](HHOOK, int, WPARAM, LPARAM) -> LRESULT {
-    log("CallNextHook");
-    return 0;
+    return said(0, "CallNextHook");
 };
-REPLACE_IMPORT(SystemParametersInfoW) = [](UINT action, UINT size, PVOID value, UINT profile) -> BOOL {
-    if (action != SPI_SETSTICKYKEYS && action != SPI_SETTOGGLEKEYS && action != SPI_SETFILTERKEYS) {
-        static_cast<DWORD *>(value)[1] = 0xFF;  // the flags stand behind the size in all three
-        return !fakes.failing.contains("SystemParametersInfoW");
-    }
-    log("SystemParametersInfo " + std::to_string(action) + " " +
-        std::to_string(static_cast<DWORD *>(value)[1]) +
-        (size == *static_cast<DWORD *>(value) && profile == 0 ? "" : " wrong"));
-    return TRUE;
+REPLACE_IMPORT(SystemParametersInfoW) = [](UINT action, UINT, PVOID value, UINT profile) -> BOOL {
+    DWORD &flags = static_cast<DWORD *>(value)[1];  // behind the size in all three records
+    const bool sets =
+        action == SPI_SETSTICKYKEYS || action == SPI_SETTOGGLEKEYS || action == SPI_SETFILTERKEYS;
+    if (sets) return said(TRUE, "SystemParametersInfo", action, flags, profile);
+    flags = 0xFF;
+    return !fails("SystemParametersInfoW");
 };
 REPLACE_IMPORT(SetThreadExecutionState) = [](EXECUTION_STATE state) -> EXECUTION_STATE {
-    log("SetThreadExecutionState " + std::to_string(state));
-    return 0;
+    return said(EXECUTION_STATE(), "SetThreadExecutionState", state);
 };
 REPLACE_IMPORT(PostMessageW) = [](HWND window, UINT message, WPARAM wParam, LPARAM) -> BOOL {
-    log("PostMessage " + nameOf(window) + " " + std::to_string(message) + " " + std::to_string(wParam));
-    return fakes.postResult;
+    return said(fakes.postResult, "PostMessage", window, message, wParam);
 };
-REPLACE_IMPORT(PostQuitMessage) = [](int code) { log("PostQuitMessage " + std::to_string(code)); };
+REPLACE_IMPORT(PostQuitMessage) = [](int code) { said(0, "PostQuitMessage", code); };
 REPLACE_IMPORT(GetMessageW) = [](LPMSG message, HWND, UINT, UINT) -> BOOL {
     if (fakes.messages.empty()) return FALSE;
     *message = fakes.messages.front();
@@ -263,15 +228,11 @@ REPLACE_IMPORT(GetMessageW) = [](LPMSG message, HWND, UINT, UINT) -> BOOL {
     return TRUE;
 };
 REPLACE_IMPORT(CreateMutexW) = [](LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR) -> HANDLE {
-    log("CreateMutex");
     SetLastError(fakes.lastError);
-    return HANDLE(0x444);
+    return said(HANDLE(0x444), "CreateMutex");
 };
-REPLACE_IMPORT(CoInitializeEx) = [](LPVOID, DWORD) -> HRESULT {
-    log("CoInitialize");
-    return S_OK;
-};
-REPLACE_IMPORT(CoUninitialize) = []() { log("CoUninitialize"); };
+REPLACE_IMPORT(CoInitializeEx) = [](LPVOID, DWORD) -> HRESULT { return said(S_OK, "CoInitialize"); };
+REPLACE_IMPORT(CoUninitialize) = []() { said(0, "CoUninitialize"); };
 
 REPLACE_IMPORT(GetModuleFileNameW) = [](HMODULE module, LPWSTR text, DWORD size) -> DWORD {
     if (fakes.programFile.empty()) return REAL(GetModuleFileNameW)(module, text, size);
@@ -283,32 +244,22 @@ REPLACE_IMPORT(GetUserDefaultUILanguage) = []() -> LANGID { return fakes.uiLangu
 REPLACE_IMPORT(IsWindow) = [](HWND window) -> BOOL { return isFake(window) || REAL(IsWindow)(window); };
 REPLACE_IMPORT(GetLocalTime) = [](LPSYSTEMTIME time) { *time = fakes.localTime; };
 REPLACE_IMPORT(CoCreateInstance) = [](REFCLSID id, LPUNKNOWN, DWORD, REFIID, void **object) -> HRESULT {
-    log("CoCreateInstance");
+    said(0, "CoCreateInstance");
     return fakes.makeObject ? fakes.makeObject(id, object) : REGDB_E_CLASSNOTREG;
 };
 REPLACE_IMPORT(OpenClipboard) = [](HWND window) -> BOOL {
-    log("OpenClipboard " + nameOf(window));
-    return !fakes.failing.contains("OpenClipboard");
+    return said(!fails("OpenClipboard"), "OpenClipboard", window);
 };
-REPLACE_IMPORT(EmptyClipboard) = []() -> BOOL {
-    log("EmptyClipboard");
-    return TRUE;
-};
+REPLACE_IMPORT(EmptyClipboard) = []() -> BOOL { return said(TRUE, "EmptyClipboard"); };
 REPLACE_IMPORT(SetClipboardData) = [](UINT format, HANDLE data) -> HANDLE {
-    log("SetClipboardData " + std::to_string(format));
-    return data;
+    return said(data, "SetClipboardData", format);
 };
-REPLACE_IMPORT(CloseClipboard) = []() -> BOOL {
-    log("CloseClipboard");
-    return TRUE;
-};
+REPLACE_IMPORT(CloseClipboard) = []() -> BOOL { return said(TRUE, "CloseClipboard"); };
 REPLACE_IMPORT(EnableWindow) = [](HWND window, BOOL enable) -> BOOL {
-    log("EnableWindow " + nameOf(window) + " " + std::to_string(enable));
-    return FALSE;
+    return said(FALSE, "EnableWindow", window, enable);
 };
 REPLACE_IMPORT(AllowSetForegroundWindow) = [](DWORD process) -> BOOL {
-    log("AllowSetForegroundWindow " + std::to_string(int(process)));
-    return TRUE;
+    return said(TRUE, "AllowSetForegroundWindow", int(process));
 };
 
 REPLACE_IMPORT(PlaySoundW) = [](LPCWSTR bytes, HMODULE, DWORD flags) -> BOOL {
@@ -322,14 +273,13 @@ REPLACE_IMPORT(PlaySoundW) = [](LPCWSTR bytes, HMODULE, DWORD flags) -> BOOL {
     extern "C" result __wrap_##name parameters
 WRAP(ImmAssociateContext, HIMC WINAPI, (HWND window, HIMC))
 {
-    log("ImmAssociateContext " + nameOf(window));
-    return nullptr;
+    return said(HIMC(), "ImmAssociateContext", window);
 }
 
 extern "C" HRESULT WINAPI __real_SHGetKnownFolderPath(REFKNOWNFOLDERID, DWORD, HANDLE, PWSTR *);
 WRAP(SHGetKnownFolderPath, HRESULT WINAPI, (REFKNOWNFOLDERID id, DWORD flags, HANDLE token, PWSTR *path))
 {
-    if (fakes.failing.contains("SHGetKnownFolderPath")) return E_FAIL;
+    if (fails("SHGetKnownFolderPath")) return E_FAIL;
     if (fakes.folder.empty()) return __real_SHGetKnownFolderPath(id, flags, token, path);
     const std::wstring folder = fakes.folder.wstring();
     *path = static_cast<PWSTR>(CoTaskMemAlloc((folder.size() + 1) * sizeof(wchar_t)));

@@ -45,11 +45,11 @@ struct Fakes {
 inline Fakes fakes;
 
 struct DrawCall {
-    std::string what;            // the GDI+ function without "Gdip"
-    HDC dc = nullptr;            // whose Graphics it was drawn on
-    std::vector<float> numbers;  // all numbers of the call or of its path, in order
-    uint32_t argb = 0;           // of its brush or pen
-    float penWidth = 0.0f;       // 0 for fills
+    std::string what = {};            // the GDI+ function without "Gdip"
+    HDC dc = nullptr;                 // whose Graphics it was drawn on
+    std::vector<float> numbers = {};  // all numbers of the call or of its path, in order
+    uint32_t argb = 0;                // of its brush or pen
+    float penWidth = 0.0f;            // 0 for fills
     int startCap = 0, endCap = 0, dashCap = 0, join = 0;
 };
 
@@ -78,9 +78,6 @@ inline HWND fakeWindow(int index)
 
 // How often a call was made that begins with that text, e.g. "SetTimer 6".
 int countCalls(const std::string &start);
-
-// The place of the first such call among recorded.calls; -1 if there is none.
-int firstCall(const std::string &start);
 
 // A drawing call on one line: what, colour, width and round parts of the pen, numbers; with the monitor's
 // number where it is not the first.
