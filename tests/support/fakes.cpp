@@ -9,6 +9,14 @@ int countCalls(const std::string &start)
                              [&](const std::string &call) { return call.starts_with(start); }));
 }
 
+int firstCall(const std::string &start)
+{
+    for (size_t i = 0; i < recorded.calls.size(); ++i) {
+        if (recorded.calls[i].starts_with(start)) return int(i);
+    }
+    return -1;
+}
+
 static bool isFake(HWND window)
 {
     return intptr_t(window) >= firstFakeWindow && intptr_t(window) < firstFakeWindow + 64;

@@ -79,6 +79,9 @@ inline HWND fakeWindow(int index)
 // How often a call was made that begins with that text, e.g. "SetTimer 6".
 int countCalls(const std::string &start);
 
+// The place of the first such call among recorded.calls; -1 if there is none.
+int firstCall(const std::string &start);
+
 // A drawing call on one line: what, colour, width and round parts of the pen, numbers; with the monitor's
 // number where it is not the first.
 std::string textOf(const DrawCall &call);
