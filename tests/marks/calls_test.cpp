@@ -1,8 +1,8 @@
-// What each mark draws, call by call, on a known stream. calls.txt was checked against a second
-// reckoning of every picture from its description; ZUBBLY_WRITE_CALLS=1 writes it anew.
+// What each mark draws, call by call, on a known stream. The record in calls.txt was checked against a second
+// reckoning of every picture from its description. With ZUBBLY_WRITE_CALLS=FILE a fresh one is appended
+// there.
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -14,23 +14,22 @@
 #include "marks/strokes.h"
 #include "support/fakes.h"
 
+static const std::string known =
+#include "marks/calls.txt"
+    ;
+
 class Marks : public testing::Test {
   protected:
-    const std::string path = "Z:" + std::string(__FILE__).replace(sizeof __FILE__ - 10, 9, ".txt");
-    std::string known, all;
+    std::string all;
     const Having<int> nothingRuns{autoMode, 0}, anyShape{scatterShape, 0};
     const Having<bool> plain{rainbowStroke, false};
     const Having<MarkColor> color{strokeColor, 0x3264C8};
 
-    void SetUp() override
-    {
-        std::stringstream text;
-        text << std::ifstream(path, std::ios::binary).rdbuf();
-        known = text.str();
-    }
     void TearDown() override
     {
-        if (std::getenv("ZUBBLY_WRITE_CALLS")) std::ofstream(path, std::ios::binary | std::ios::app) << all;
+        if (const char *file = std::getenv("ZUBBLY_WRITE_CALLS")) {
+            std::ofstream(file, std::ios::binary | std::ios::app) << all;
+        }
     }
     void expect(const std::string &text)
     {
