@@ -233,8 +233,10 @@ void newPenPath()
     }
     densifyPenPath();
     thinPenPath();
-    for (POINT &point : penPath)
-        keepInside(point, 52);
+    if (const MonitorSurface *launch = launchSurface()) {
+        for (POINT &point : penPath)
+            keepInside(*launch, point, 52);
+    }
     penLastPoint = penPath.back();
     penLastValid = true;
     bouncePenPath();

@@ -44,16 +44,19 @@ POINT randomPointOnLaunch(int margin)
     return {x, y};
 }
 
+void keepInside(const MonitorSurface &surface, POINT &point, int margin)
+{
+    margin = atLeastFinger(margin);
+    const POINT local = toLocal(surface, point);
+    if (local.x >= margin && local.x < surface.width - margin && local.y >= margin &&
+        local.y < surface.height - margin)
+        return;
+    point = randomPointOn(surface, margin);
+}
+
 void keepInside(POINT &point, int margin)
 {
-    const MonitorSurface *surface = launchSurface();
-    if (!surface) return;
-    margin = atLeastFinger(margin);
-    const POINT local = toLocal(*surface, point);
-    if (local.x >= margin && local.x < surface->width - margin && local.y >= margin &&
-        local.y < surface->height - margin)
-        return;
-    point = randomPointOn(*surface, margin);
+    if (const MonitorSurface *surface = launchSurface()) keepInside(*surface, point, margin);
 }
 
 void clampToVirtualScreen(POINT &point)

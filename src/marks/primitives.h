@@ -14,6 +14,10 @@ POINT randomPointOnLaunch(int margin);
 // random one that is: the point jumps, it is not clamped.
 void keepInside(POINT &point, int margin);
 
+// The same on a surface at hand. Looking for the launch surface asks the system several times, so who moves
+// many points looks once.
+void keepInside(const MonitorSurface &surface, POINT &point, int margin);
+
 void clampToVirtualScreen(POINT &point);
 
 // The middle of a rectangle, truncated; rectangles may lie at negative coordinates.

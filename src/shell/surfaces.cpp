@@ -120,6 +120,7 @@ bool launchMonitorRect(RECT &rect)
 
 MonitorSurface *launchSurface()
 {
+    if (surfaces.size() == 1) return &surfaces.front();  // whatever the system would say
     for (MonitorSurface &surface : surfaces) {
         MONITORINFO info = {};
         info.cbSize = sizeof info;
