@@ -38,7 +38,7 @@ asks() { [ "$(windows)" -gt 1 ]; }
 dismissed() { key Escape; sleep 0.3; ! asks; }
 for second in '' Shift_L Super_L; do
     x keydown Alt_L ${second:+keydown $second} key F1 ${second:+keyup $second} keyup Alt_L
-    soon 20 asks || fail "no save dialog at Alt+F1 with $second"
+    soon 90 asks || fail "no save dialog at Alt+F1 with $second"
     soon 20 dismissed || fail "the save dialog stayed"
     tap 700 600
 done
