@@ -99,6 +99,8 @@ template <auto *import, class... Args> struct Hook<import, GpStatus(WINGDIPAPI *
     }
 };
 
+// The formatter never settles on this list.
+// clang-format off
 #define EACH_CALL(DO)                                                                                        \
     DO(GdipCreateFromHDC)                                                                                    \
     DO(GdipSetSmoothingMode)                                                                                 \
@@ -111,6 +113,7 @@ template <auto *import, class... Args> struct Hook<import, GpStatus(WINGDIPAPI *
                             DO(GdipDrawLine) DO(GdipDrawArc) DO(GdipDrawBezier) DO(GdipFillPath)             \
                                 DO(GdipDrawPath) DO(GdipTranslateWorldTransform)                             \
                                     DO(GdipRotateWorldTransform)
+// clang-format on
 #define DECLARE(name) extern decltype(&name) __imp_##name;
 extern "C" {
 EACH_CALL(DECLARE)
