@@ -34,7 +34,7 @@ timeout 500 xdotool - <"$work/chords"
 
 # Alt+F1 is a grown-up's: its dialog comes in front, and Escape takes it away. Without a window manager Wine
 # may then leave the focus to the other program: the click takes it back, and the next refresh the front.
-asks() { [ "$(windows)" -gt 1 ]; }
+asks() { x search --onlyvisible --name "^Save$"; }
 dismissed() { key Escape; sleep 0.3; ! asks; }
 for second in '' Shift_L Super_L; do
     x keydown Alt_L ${second:+keydown $second} key F1 ${second:+keyup $second} keyup Alt_L
