@@ -8,7 +8,7 @@
 #include "clearing/wipes.h"
 #include "marks/strokes.h"
 #include "support/fakes.h"
-#include "tools/sheet.h"
+#include "sheet.h"
 
 struct Paper : Desk {
     Paper() : Desk({Sheet::desk()}, 0xF8F4F0)

@@ -6,7 +6,7 @@
 #include "marks/stamps.h"
 #include "marks/strokes.h"
 #include "support/fakes.h"
-#include "tools/sheet.h"
+#include "sheet.h"
 
 static const MarkColor backgrounds[] = {0x37231E, 0xFFFFFF, 0xB4B9A0};
 
