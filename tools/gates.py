@@ -3,7 +3,7 @@
 import re
 import sys
 
-DRAW = re.compile(r"\b(randInt|randColor|soundRand|drawInt|drawReal|(?:mark|sound|clip|spare)Rng|random\w+|"
+DRAW = re.compile(r"\b(randInt|randColor|soundRand|drawInt|drawReal|(?:mark|sound|clip|spare)Rng|random\w+|hostRandom|penguinHost\.random|"
                   r"freshPenStart|farPointFrom|pickBackgroundColor|pickMenuColor)\s*\(")
 WINDOWS_HEADER = re.compile(r'#\s*include\s*[<"](windows|windowsx|gdiplus\w*|gdiplus/\w+|mmsystem|mmdeviceapi|'
                             r"endpointvolume|sapi|imm|shlobj\w*|shobjidl\w*|objidl|objbase|knownfolders|"

@@ -46,12 +46,14 @@ std::wstring resolveFontPath(const std::wstring &fileName)
     return pathExists(file) ? file.wstring() : std::wstring();
 }
 
+constexpr std::streamoff maxFontBytes = 64 << 20;  // no typeface: nothing to fill the memory with
+
 static bool readWholeFile(const fs::path &path, std::vector<uint8_t> &bytes)
 {
     std::ifstream file(path, std::ios::binary | std::ios::ate);
     if (!file) return false;
     const std::streamoff size = file.tellg();
-    if (size < 1) return false;
+    if (size < 1 || size > maxFontBytes) return false;
     file.seekg(0);
     bytes.resize(size_t(size));
     return bool(file.read(reinterpret_cast<char *>(bytes.data()), size));

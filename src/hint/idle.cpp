@@ -21,8 +21,8 @@ void idleTick(HWND window)
 {
     if (!window || window != idleHintWindow || hintVisible) return;
     const DWORD now = GetTickCount();
-    // Not a difference: hintNotBefore starts at 0, which one would take for a time to come after 24 days
-    // without a restart of the machine.
-    if (now < hintNotBefore || now - lastInputTick < 8000) return;
+    // 0 is no time: the machine may have run for 24 days when the difference would take it for one to come.
+    if (hintNotBefore != 0 && int32_t(now - hintNotBefore) < 0) return;
+    if (now - lastInputTick < 8000) return;
     showHintPanel(idleHintWindow, idleHintWidth, idleHintHeight);
 }

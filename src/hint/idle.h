@@ -3,8 +3,8 @@
 #include "shell/surfaces.h"
 
 inline DWORD lastInputTick = 0;        // GetTickCount of the last child input
-inline DWORD hintNotBefore = 0;        // GetTickCount before which the hint may not come back
-inline HWND idleHintWindow = nullptr;  // where it comes back; null while it may not
+inline DWORD hintNotBefore = 0;        // GetTickCount before which the hint may not come back; 0 at first
+inline HWND idleHintWindow = nullptr;  // where it comes back; null until it is armed
 inline int idleHintWidth = 0;
 inline int idleHintHeight = 0;
 

@@ -56,15 +56,14 @@ static OwnedStringFormat makeFormat()
 
 static bool makeFonts(HintFonts &fonts)
 {
-    HintFamily *family = usableHeadingFamily();
-    if (!family) return false;
-    fonts.heading = makeFont(family, 30.0f, headingStyle(family));
-    family = usableTextFamily();
-    if (!family) return false;
-    fonts.body = makeFont(family, 26.0f, FontStyleRegular);
-    family = usableTextFamily();
-    if (!family) return false;
-    fonts.note = makeFont(family, 15.0f, FontStyleRegular);
+    HintFamily *heading = usableHeadingFamily();
+    HintFamily *text = usableTextFamily();
+    if (!heading || !text) return false;
+    fonts.heading = makeFont(heading, 30.0f, headingStyle(heading));
+    fonts.body = makeFont(text, 26.0f, FontStyleRegular);
+    text = usableTextFamily();
+    if (!text) return false;
+    fonts.note = makeFont(text, 15.0f, FontStyleRegular);
     fonts.format = makeFormat();
     return true;
 }
@@ -206,8 +205,9 @@ static void renderHintPanel()
     GdipGraphicsClear(graphics, 0);
     GdipTranslateWorldTransform(graphics, float(-hintBox.left), float(-hintBox.top), MatrixOrderPrepend);
     hintBitmap = bitmap;
-    if (!drawHintPanel(graphics)) dropBitmap();
-    GdipDeleteGraphics(graphics);
+    const bool drawn = drawHintPanel(graphics);
+    GdipDeleteGraphics(graphics);  // before the bitmap that it draws on
+    if (!drawn) dropBitmap();
 }
 
 static LRESULT CALLBACK hintFloatProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -248,11 +248,14 @@ static bool updateFloatWindow(HBITMAP card)
     BLENDFUNCTION blend = {AC_SRC_OVER, 0, hintAlpha, AC_SRC_ALPHA};
     HDC screenDC = GetDC(nullptr);
     HDC cardDC = CreateCompatibleDC(screenDC);
-    HGDIOBJ old = SelectObject(cardDC, card);
-    const BOOL updated = UpdateLayeredWindow(hintFloatWindow, screenDC, &position, &size, cardDC, &source, 0,
-                                             &blend, ULW_ALPHA);
-    SelectObject(cardDC, old);
-    DeleteDC(cardDC);
+    BOOL updated = FALSE;
+    if (cardDC) {  // no source would mean: leave the content as it is
+        HGDIOBJ old = SelectObject(cardDC, card);
+        updated = UpdateLayeredWindow(hintFloatWindow, screenDC, &position, &size, cardDC, &source, 0, &blend,
+                                      ULW_ALPHA);
+        SelectObject(cardDC, old);
+        DeleteDC(cardDC);
+    }
     ReleaseDC(nullptr, screenDC);
     return updated != FALSE;
 }

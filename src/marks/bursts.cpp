@@ -130,8 +130,9 @@ static void turnedSquare(const MonitorSurface &surface, POINT local, int size, M
     const int angle = randInt(-22, 22);  // degrees
     const float s = float(size);
     GraphicsScope scope(surface);
-    GdipTranslateWorldTransform(scope.graphics, float(local.x), float(local.y), MatrixOrderPrepend);
-    GdipRotateWorldTransform(scope.graphics, float(angle), MatrixOrderPrepend);
+    scope.note(
+        GdipTranslateWorldTransform(scope.graphics, float(local.x), float(local.y), MatrixOrderPrepend));
+    scope.note(GdipRotateWorldTransform(scope.graphics, float(angle), MatrixOrderPrepend));
     const OwnedBrush fill = solidBrush(color, 0xE8);
     const OwnedPen outline = plainPen(outlineWhite, 3.5f);
     paintRect(scope, fill, outline, -s, -s, 2 * s, 2 * s);

@@ -48,7 +48,7 @@ void penKey(uint32_t key)
     if (!moves && isSame(wrapped, from)) return;  // a desktop too small for any step
 
     const bool styleOfPress = rainbowStroke;
-    autoMode = 0;  // and so it stays
+    autoMode = 0;  // the child's own line: what draws by itself does not take the style back
     rainbowStroke = true;
     if (moves) {
         brushStroke(from, next, 14, 92);

@@ -234,7 +234,8 @@ void stampBlushFace(POINT centre)
                                20.0f, 140.0f));
         const OwnedBrush cheeks = solidBrush(0x78FF78A0);
         const float cheekTop = y + 0.08f * r;
-        GdipFillEllipse(scope.graphics, cheeks.get(), x - 0.62f * r, cheekTop, cheekWidth, cheekHeight);
+        scope.note(
+            GdipFillEllipse(scope.graphics, cheeks.get(), x - 0.62f * r, cheekTop, cheekWidth, cheekHeight));
         scope.note(
             GdipFillEllipse(scope.graphics, cheeks.get(), 0.3f * r + x, cheekTop, cheekWidth, cheekHeight));
         invalidateWhole(surface);

@@ -1,5 +1,5 @@
 #pragma once
-// Fireworks across the whole virtual screen. The show reaches the rest of the program only through
+// Fireworks across the whole virtual screen. The show changes the rest of the program only through
 // PenguinHost, and is painted over the canvases like the penguin.
 #include <cstdint>
 #include <vector>

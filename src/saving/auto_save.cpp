@@ -119,7 +119,7 @@ void autoSaveTick()
     const fs::path folder = dataDirectory() / L"SavedPictures";
     const fs::path file = folder / name;
     std::error_code error;
-    const bool wasThere = fs::exists(file, error);
+    const bool wasThere = fs::exists(file, error) || error;
     if (!writePng(picture.get(), file.c_str())) {
         // A full disk leaves a stump at every tick. Ten of them would push out the ten whole pictures.
         if (!wasThere) fs::remove(file, error);

@@ -13,8 +13,8 @@ static HBITMAP copyScreen()
     const VirtualScreen screen = virtualScreen();
     HDC screenDC = GetDC(nullptr);
     HDC copyDC = CreateCompatibleDC(screenDC);
-    HBITMAP copy = CreateCompatibleBitmap(screenDC, screen.width, screen.height);
-    if (copyDC && copy) {
+    HBITMAP copy = copyDC ? CreateCompatibleBitmap(screenDC, screen.width, screen.height) : nullptr;
+    if (copy) {
         HGDIOBJ old = SelectObject(copyDC, copy);
         BitBlt(copyDC, 0, 0, screen.width, screen.height, screenDC, screen.left, screen.top, SRCCOPY);
         SelectObject(copyDC, old);

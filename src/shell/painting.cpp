@@ -38,11 +38,13 @@ static void drawPenDot(HDC dc, const MonitorSurface &surface)
     paintEllipse(scope, fill, outline, float(local.x - 18), float(local.y - 18), 36.0f, 36.0f);
 }
 
-static void growComposite(HDC windowDC, int width, int height)
+// Afterwards the composite holds a part of this size; false if it cannot be made.
+static bool growComposite(HDC windowDC, int width, int height)
 {
-    if (compositeDC && width <= compositeWidth && height <= compositeHeight) return;
+    if (compositeDC && width <= compositeWidth && height <= compositeHeight) return true;
     if (!compositeDC) {
         compositeDC = CreateCompatibleDC(windowDC);
+        if (!compositeDC) return false;
     } else if (compositeBitmap) {
         SelectObject(compositeDC, bitmapBefore);
         DeleteObject(compositeBitmap);
@@ -54,6 +56,7 @@ static void growComposite(HDC windowDC, int width, int height)
     compositeWidth = compositeBitmap ? newWidth : 0;
     compositeHeight = compositeBitmap ? newHeight : 0;
     if (compositeBitmap) bitmapBefore = SelectObject(compositeDC, compositeBitmap);
+    return compositeBitmap != nullptr;
 }
 
 static void paintDirect(HDC dc, const MonitorSurface &surface, const RECT &part)
@@ -68,7 +71,10 @@ static void paintComposite(HDC dc, const MonitorSurface &surface, const RECT &pa
 {
     const int width = part.right - part.left;
     const int height = part.bottom - part.top;
-    growComposite(dc, width, height);
+    if (!growComposite(dc, width, height)) {
+        paintDirect(dc, surface, part);  // the picture at least
+        return;
+    }
     BitBlt(compositeDC, 0, 0, width, height, surface.canvasDC, part.left, part.top, SRCCOPY);
     drawWalker(compositeDC, surface, part.left, part.top);
     drawShow(compositeDC, surface.rect.left, surface.rect.top, surface.width, surface.height, part.left,

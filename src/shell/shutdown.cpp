@@ -102,7 +102,6 @@ void endSession()
 void finishRun()
 {
     releaseLockdown();
-    silenceEverything();
     shutdownMascot();
     destroyDialogHost();
     if (!gdiplusToken) return;

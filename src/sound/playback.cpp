@@ -225,14 +225,6 @@ void stopWipeLoop()
     wipeLoopPlaying = false;
 }
 
-void silenceEverything()
-{
-    PlaySoundW(nullptr, nullptr, 0);
-    strokeLoopClip = nullptr;
-    strokeLoopActive = false;
-    wipeLoopPlaying = false;
-}
-
 void playMascotCall()
 {
     if (soundEnabled && isPlayable(mascotCall)) handToPlayer(mascotCall.data(), playCutting);

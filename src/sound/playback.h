@@ -44,8 +44,5 @@ void stopStrokeLoop();
 void startWipeLoop();
 void stopWipeLoop();
 
-// Ends whatever sounds, so that the clips' bytes can go.
-void silenceEverything();
-
 void playMascotCall();  // cuts off whatever sounds
 void playMascotChatter();
