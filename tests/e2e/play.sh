@@ -73,3 +73,10 @@ done
 cp "$work/tapped.ppm" "$top/build/e2e/play.ppm"
 leave
 [ "$(windows)" = 0 ] || fail "a window stayed"
+
+# A crash turns a run red, or none of this would prove anything.
+x86_64-w64-mingw32-g++-posix -static -o "$work/crash.exe" "$top/tests/e2e/crash.cpp"
+launch
+wine "$work/crash.exe" </dev/null >/dev/null 2>&1 || fail "nothing could be made to crash"
+ended "$program"
+[ $exit_code != 0 ] || fail "a crash ended with code 0"
