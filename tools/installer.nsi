@@ -1,0 +1,117 @@
+; The installer: for the one who runs it, with no administrator's rights. Switches: /S silent, /D=FOLDER last;
+; the uninstaller's: /S silent, /ERASE takes pictures and settings along.
+; makensis -DVERSION=1.2.3 -DSTAGE=FOLDER -DREMOVAL=FILE -DOUTFILE=FILE [-DSIGN=COMMAND] installer.nsi
+Target amd64-unicode
+Unicode true
+SetCompressor /SOLID lzma
+RequestExecutionLevel user
+Name "Zubbly"
+OutFile "${OUTFILE}"
+InstallDir "$LOCALAPPDATA\Programs\Zubbly"
+InstallDirRegKey HKCU "${KEY}" "InstallLocation"
+!define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Zubbly"
+!define DATA "$APPDATA\norvanta\Zubworks\Zubbly"
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey "ProductName" "Zubbly"
+VIAddVersionKey "ProductVersion" "${VERSION}"
+VIAddVersionKey "FileVersion" "${VERSION}"
+VIAddVersionKey "FileDescription" "Zubbly setup"
+VIAddVersionKey "LegalCopyright" "The Zubbly authors"
+!ifdef SIGN
+  !finalize '${SIGN} "%1"'
+  !uninstfinalize '${SIGN} "%1"'
+!endif
+
+!include MUI2.nsh
+!include FileFunc.nsh
+!define MUI_ICON "${STAGE}\..\zubbly.ico"
+!define MUI_UNICON "${STAGE}\..\zubbly.ico"
+!define MUI_FINISHPAGE_RUN "$INSTDIR\Zubbly.exe"
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_COMPONENTS
+!insertmacro MUI_UNPAGE_INSTFILES
+!macro LANGUAGE name running erase
+  !insertmacro MUI_LANGUAGE ${name}
+  LangString RUNNING ${LANG_${name}} "${running}"
+  LangString ERASE ${LANG_${name}} "${erase}"
+!macroend
+!insertmacro LANGUAGE English "Zubbly is running. Please leave it with Alt+F4 first." \
+  "Delete saved pictures and settings, too"
+!insertmacro LANGUAGE Japanese "Zubbly が動いています。先に Alt+F4 で終了してください。" "保存した絵と設定も削除する"
+!insertmacro LANGUAGE SimpChinese "Zubbly 正在运行。请先按 Alt+F4 退出。" "同时删除保存的图画和设置"
+!insertmacro LANGUAGE French "Zubbly est en cours d'exécution. Quittez-le d'abord avec Alt+F4." \
+  "Supprimer aussi les dessins enregistrés et les réglages"
+!insertmacro LANGUAGE Italian "Zubbly è in esecuzione. Prima chiudilo con Alt+F4." \
+  "Elimina anche i disegni salvati e le impostazioni"
+!insertmacro LANGUAGE German "Zubbly läuft gerade. Bitte zuerst mit Alt+F4 beenden." \
+  "Auch gespeicherte Bilder und Einstellungen löschen"
+!insertmacro LANGUAGE Spanish "Zubbly se está ejecutando. Ciérrelo primero con Alt+F4." \
+  "Eliminar también los dibujos guardados y la configuración"
+
+; The program's own lock tells whether it runs. Nobody presses a button in a silent run: exit code 2 tells there.
+!macro NOT_WHILE_IT_RUNS
+  System::Call 'kernel32::OpenMutexW(i 0x100000, i 0, w "Local\Zubbly_SingleInstance_v1") p .r0'
+  ${If} $0 P<> 0
+    System::Call 'kernel32::CloseHandle(p r0)'
+    MessageBox MB_OK|MB_ICONINFORMATION "$(RUNNING)" /SD IDOK
+    SetErrorLevel 2
+    Quit
+  ${EndIf}
+!macroend
+
+Function .onInit
+  !insertmacro NOT_WHILE_IT_RUNS
+FunctionEnd
+
+Function un.onInit
+  !insertmacro NOT_WHILE_IT_RUNS
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/ERASE" $1
+  ${IfNot} ${Errors}
+    !insertmacro SelectSection ${ERASE_SECTION}
+  ${EndIf}
+FunctionEnd
+
+Section
+  ; What an older version brought and this one does not would stay for ever.
+  ReadRegStr $0 HKCU "${KEY}" "InstallLocation"
+  ${If} $0 != ""
+  ${AndIf} ${FileExists} "$0\uninstall.exe"
+    ExecWait '"$0\uninstall.exe" /S _?=$0'
+  ${EndIf}
+  SetOutPath $INSTDIR
+  File /r "${STAGE}\*"
+  WriteUninstaller "$INSTDIR\uninstall.exe"
+  CreateShortcut "$SMPROGRAMS\Zubbly.lnk" "$INSTDIR\Zubbly.exe"
+  WriteRegStr HKCU "${KEY}" "DisplayName" "Zubbly"
+  WriteRegStr HKCU "${KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKCU "${KEY}" "DisplayIcon" "$INSTDIR\Zubbly.exe"
+  WriteRegStr HKCU "${KEY}" "Publisher" "The Zubbly authors"
+  WriteRegStr HKCU "${KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKCU "${KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'
+  WriteRegStr HKCU "${KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
+  WriteRegDWORD HKCU "${KEY}" "NoModify" 1
+  WriteRegDWORD HKCU "${KEY}" "NoRepair" 1
+SectionEnd
+
+; Only what was installed goes: a family may have put pictures of its own beside the program.
+Section "un.Zubbly"
+  SectionIn RO
+  !include "${REMOVAL}"
+  Delete "$INSTDIR\uninstall.exe"
+  Delete "$SMPROGRAMS\Zubbly.lnk"
+  RMDir "$INSTDIR"
+  DeleteRegKey HKCU "${KEY}"
+SectionEnd
+
+Section /o "un.$(ERASE)" ERASE_SECTION
+  Delete "${DATA}\SavedPictures\auto-*.png"
+  RMDir "${DATA}\SavedPictures"
+  Delete "${DATA}\config.ini"
+  Delete "${DATA}\display_name.txt"
+  Delete "${DATA}\exit_hint_launches.txt"
+  RMDir "${DATA}"
+SectionEnd
