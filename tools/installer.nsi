@@ -1,16 +1,17 @@
 ; The installer: for the one who runs it, with no administrator's rights. Switches: /S silent, /D=FOLDER last;
 ; the uninstaller's: /S silent, /ERASE takes pictures and settings along.
-; makensis -DVERSION=1.2.3 -DSTAGE=FOLDER -DREMOVAL=FILE -DOUTFILE=FILE [-DSIGN=COMMAND] installer.nsi
+; The exit code 2 says that nothing was done, because the program runs. Made by tools/make-setup.
 Target amd64-unicode
 Unicode true
+!define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Zubbly"
+!define DATA "$APPDATA\norvanta\Zubworks\Zubbly"
 SetCompressor /SOLID lzma
 RequestExecutionLevel user
 Name "Zubbly"
 OutFile "${OUTFILE}"
 InstallDir "$LOCALAPPDATA\Programs\Zubbly"
 InstallDirRegKey HKCU "${KEY}" "InstallLocation"
-!define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Zubbly"
-!define DATA "$APPDATA\norvanta\Zubworks\Zubbly"
+ManifestDPIAware true
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey "ProductName" "Zubbly"
 VIAddVersionKey "ProductVersion" "${VERSION}"
@@ -24,8 +25,8 @@ VIAddVersionKey "LegalCopyright" "The Zubbly authors"
 
 !include MUI2.nsh
 !include FileFunc.nsh
-!define MUI_ICON "${STAGE}\..\zubbly.ico"
-!define MUI_UNICON "${STAGE}\..\zubbly.ico"
+!define MUI_ICON "resources/zubbly.ico"
+!define MUI_UNICON "resources/zubbly.ico"
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Zubbly.exe"
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -50,13 +51,12 @@ VIAddVersionKey "LegalCopyright" "The Zubbly authors"
 !insertmacro LANGUAGE Spanish "Zubbly se está ejecutando. Ciérrelo primero con Alt+F4." \
   "Eliminar también los dibujos guardados y la configuración"
 
-; The program's own lock tells whether it runs. Nobody presses a button in a silent run: exit code 2 tells there.
+; The program's own lock tells whether it runs. Nobody presses a button in a silent run: Quit's exit code 2 tells there.
 !macro NOT_WHILE_IT_RUNS
   System::Call 'kernel32::OpenMutexW(i 0x100000, i 0, w "Local\Zubbly_SingleInstance_v1") p .r0'
   ${If} $0 P<> 0
     System::Call 'kernel32::CloseHandle(p r0)'
     MessageBox MB_OK|MB_ICONINFORMATION "$(RUNNING)" /SD IDOK
-    SetErrorLevel 2
     Quit
   ${EndIf}
 !macroend
@@ -65,22 +65,14 @@ Function .onInit
   !insertmacro NOT_WHILE_IT_RUNS
 FunctionEnd
 
-Function un.onInit
-  !insertmacro NOT_WHILE_IT_RUNS
-  ${GetParameters} $0
-  ClearErrors
-  ${GetOptions} $0 "/ERASE" $1
-  ${IfNot} ${Errors}
-    !insertmacro SelectSection ${ERASE_SECTION}
-  ${EndIf}
-FunctionEnd
-
-Section
+Section "Zubbly" PROGRAM_SECTION
   ; What an older version brought and this one does not would stay for ever.
   ReadRegStr $0 HKCU "${KEY}" "InstallLocation"
   ${If} $0 != ""
   ${AndIf} ${FileExists} "$0\uninstall.exe"
     ExecWait '"$0\uninstall.exe" /S _?=$0'
+    Delete "$0\uninstall.exe"  ; it cannot remove itself when run from its own place
+    RMDir "$0"
   ${EndIf}
   SetOutPath $INSTDIR
   File /r "${STAGE}\*"
@@ -93,6 +85,8 @@ Section
   WriteRegStr HKCU "${KEY}" "InstallLocation" "$INSTDIR"
   WriteRegStr HKCU "${KEY}" "UninstallString" '"$INSTDIR\uninstall.exe"'
   WriteRegStr HKCU "${KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
+  SectionGetSize ${PROGRAM_SECTION} $0
+  WriteRegDWORD HKCU "${KEY}" "EstimatedSize" $0
   WriteRegDWORD HKCU "${KEY}" "NoModify" 1
   WriteRegDWORD HKCU "${KEY}" "NoRepair" 1
 SectionEnd
@@ -107,6 +101,7 @@ Section "un.Zubbly"
   DeleteRegKey HKCU "${KEY}"
 SectionEnd
 
+; Here, too, only what is the program's own.
 Section /o "un.$(ERASE)" ERASE_SECTION
   Delete "${DATA}\SavedPictures\auto-*.png"
   RMDir "${DATA}\SavedPictures"
@@ -114,4 +109,16 @@ Section /o "un.$(ERASE)" ERASE_SECTION
   Delete "${DATA}\display_name.txt"
   Delete "${DATA}\exit_hint_launches.txt"
   RMDir "${DATA}"
+  RMDir "$APPDATA\norvanta\Zubworks"
+  RMDir "$APPDATA\norvanta"
 SectionEnd
+
+Function un.onInit
+  !insertmacro NOT_WHILE_IT_RUNS
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/ERASE" $1
+  ${IfNot} ${Errors}
+    !insertmacro SelectSection ${ERASE_SECTION}
+  ${EndIf}
+FunctionEnd

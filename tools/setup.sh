@@ -48,7 +48,7 @@ T
     pack) cat <<'T'
 makensis                                    nsis
 zip                                         zip
-unzip                                       unzip
+git                                         git
 T
     ;;
     fonts) cat <<'T'
