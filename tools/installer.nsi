@@ -12,6 +12,8 @@ OutFile "${OUTFILE}"
 InstallDir "$LOCALAPPDATA\Programs\Zubbly"
 InstallDirRegKey HKCU "${KEY}" "InstallLocation"
 ManifestDPIAware true
+SpaceTexts none
+BrandingText "Zubbly ${VERSION}"
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey "ProductName" "Zubbly"
 VIAddVersionKey "ProductVersion" "${VERSION}"
@@ -27,6 +29,7 @@ VIAddVersionKey "LegalCopyright" "The Zubbly authors"
 !include FileFunc.nsh
 !define MUI_ICON "resources/zubbly.ico"
 !define MUI_UNICON "resources/zubbly.ico"
+!define MUI_COMPONENTSPAGE_NODESC
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Zubbly.exe"
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES

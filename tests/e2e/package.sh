@@ -39,7 +39,7 @@ installed() {
 kept() { cmp -s "$work/config.ini" "$data/config.ini" && [ -s "$saved/auto-20261121-101500.png" ]; }
 family_things() {
     mkdir -p "$saved"
-    settings ShowExitHint=0 Language=fr
+    settings ShowExitHint=0 VolumeClampPercent=30
     cp "$data/config.ini" "$work/config.ini"
     cp "$top/assets/penguin/idle.png" "$saved/auto-20261121-101500.png"
     cp "$top/assets/penguin/idle.png" "$saved/holiday.png"
