@@ -3,4 +3,4 @@
 . "$(dirname "$0")/../tests/e2e/desktop.sh"
 desktop 0,0,1280,800
 settings ShowExitHint=0
-python3 "$top/bench/first_window.py" 15 "$top/build/windows/bench/bare_window.exe" "$exe"
+python3 "$top/bench/first_window.py" "${1:-15}" "$top/build/windows/bench/bare_window.exe" "$exe"
