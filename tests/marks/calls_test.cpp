@@ -122,13 +122,17 @@ TEST(Marks, DrawCallByCallWhatTheyAlwaysDid)
     });
     show("auto-drawing", twoMonitors, [] {
         autoMode = 3;
-        for (const int x : {0, 23, 24, 31, 32, 100, 200, 300, 500, 700})  // it swells with its length
+        for (int x = 4; x < 800; x += 28)  // it swells with its length
             brushStroke({x, 300}, {700, 571 - x % 8}, 3, x % 170);
         for (const int past : {0, 1}) {  // past its margin a mark jumps inside
             tapMark({42 - past, 300});
             paintBlob({52 - past, 300}, 30, 40, 0x0000FF);
             paintArc({300, 50 - past}, 30, 40, 0x0000FF);
         }
+    });
+    show("small stars", oneMonitor, [] {  // their inner vertices keep a distance
+        for (int size = 10; size < 26; ++size)
+            starOnSurface(surfaces[0], middle, size, 0x0000FF);
     });
     show("rainbow stroke", twoMonitors, [] {
         rainbowStroke = true;

@@ -2,6 +2,7 @@
 with the same noise, and fails where one is off by more than rounding. Only the time and the running phases
 are rounded to single on the way, as the program's are."""
 import os
+import struct
 import subprocess
 import sys
 import tempfile
@@ -132,7 +133,11 @@ if __name__ == '__main__':
                 slot, clips = line.split(': ')
                 for i, clip in enumerate(clips.split(', '), 10 if slot == 'mascotRepertoire' else 0):
                     want = clip_of(stream, clip.split())
-                    got = np.fromfile('%s/%s-%02d.wav' % (folder, slot, i), '<i2', offset=44)
+                    file = open('%s/%s-%02d.wav' % (folder, slot, i), 'rb').read()
+                    got = np.frombuffer(file, '<i2', offset=44)
+                    form = 16, 1, 1, RATE, 2 * RATE, 2, 16, b'data', 2 * len(got)
+                    if file[:44] != struct.pack('<4sI8sIHHIIHH4sI', b'RIFF', len(file) - 8, b'WAVEfmt ', *form):
+                        wrong.append('%s %d has a wrong header' % (slot, i))
                     off = abs(got - want).max() if len(got) == len(want) else np.inf
                     # Notes that overlap are each truncated; loops are amplified afterwards.
                     if not off <= {'strokeLoops': 6, 'mascotFanfare': 2}.get(slot, 1):
