@@ -155,50 +155,34 @@ TEST(Marks, DrawCallByCallWhatTheyAlwaysDid)
     const std::pair<int, int> mashes[] = {{0, 0}, {8, 3}, {18, 6}, {50, 6}};
     for (const auto &[mash, presses] : mashes)
         show("spiral of notes " + std::to_string(mash), oneMonitor, [mash = mash, presses = presses] {
-            fakes.cursor = {431, 287};
+            resetKeyState(nullptr);
             keyMashCount = mash;
             sameKeyCount = presses;
             lastKeyCode = 65;
-            spiralCentreValid = true;
-            spiralCentre = middle;
-            spiralRadius = mash == 50 ? 416.0f : 100.0f;
-            spiralAngle = 0.5f;
-            noteSpiral();
+            for (const POINT cursor : {middle, POINT{465, 241}, POINT{465, 241}}) {
+                fakes.cursor = cursor;  // the centre lags behind it
+                if (mash == 50) spiralRadius = 416.0f;
+                noteSpiral();
+            }
+            EXPECT_TRUE(spiralCentre.x == 419 && spiralCentre.y == 283);
+            EXPECT_EQ(spiralRadius, mash == 50 ? 420.0f : 91.0f);
         });
     resetKeyState(nullptr);
 }
 
-// One line for each value that the choosing draw can have: how many calls, the first, whether it sounds, the
-// stream after.
+// One line a seed: how many calls, the first, the stream after. The rare ones are sought further.
 TEST(Marks, OfBurstsAreChosenByTheirDraws)
 {
-    const auto tell = [&](const std::string &name, void (*draw)(), auto wanted, DWORD sinceSound = 0) {
-        uint32_t seed = 0;
-        for (bool found = false; !found; seed += !found) {
-            markRng.seed(seed);
-            found = wanted();
-        }
+    for (uint32_t seed = 0; seed < 12000; ++seed) {
+        Rng ahead(seed);
+        if (drawInt(ahead, 0, 999) > 40 && seed >= 1500) continue;
         const CalmDesk desk(oneMonitor);
-        const Having last(lastSoundTick, fakes.tick - sinceSound);
+        const Having last(lastSoundTick, fakes.tick - std::array{179u, 180u, 199u, 200u}[seed % 4]);
         markRng.seed(seed);
-        draw();
-        const uint32_t next = uint32_t(markRng());
-        expect(name + " " + std::to_string(seed) + ": " + std::to_string(recorded.draws.size()) + " " +
-               textOf(recorded.draws.at(0)) + (sinceSound && lastSoundTick == fakes.tick ? " sounds" : "") +
-               " next " + std::to_string(next) + "\n");
-    };
-    const auto burstHere = [] { burst({200, 300}); };
-    for (const int draw : {0, 17, 18, 34, 35}) {
-        for (const DWORD since : {179u, 180u, 199u, 200u})
-            tell(
-                "rare " + std::to_string(draw) + " after " + std::to_string(since), burstHere,
-                [draw] { return randInt(0, 999) == draw; }, since);
-    }
-    for (int draw = 0; draw < 100; ++draw) {
-        const std::string number = std::to_string(draw);
-        tell("burst " + number, burstHere,
-             [draw] { return randInt(0, 999) >= 35 && randInt(0, 99) == draw; });
-        tell("space " + number, spaceBurst, [draw] { return randInt(0, 99) == draw; });
+        seed % 3 || seed >= 1500 ? burst({200, 300}) : spaceBurst();
+        const std::string sound = lastSoundTick == fakes.tick ? " sounds " : " ";
+        const std::string calls = std::to_string(recorded.draws.size()) + " " + recorded.draws.at(0).what;
+        expect("burst " + std::to_string(seed) + sound + calls + " " + std::to_string(markRng()) + "\n");
     }
 }
 

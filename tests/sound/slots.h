@@ -7,27 +7,22 @@
 #include "sound/bank_a.h"
 #include "sound/bank_b.h"
 
-using Slots = std::vector<std::pair<std::string, std::span<const SoundClip>>>;
-
-inline Slots slotsOfBanks()
+inline std::span<const SoundClip> clipsOf(const SoundClip &clip)
 {
-    Slots slots = {{"wipeClips", wipeClips},         {"penClips", penClips},
-                   {"startClips", startClips},       {"spaceClips", spaceClips},
-                   {"keyClips", keyClips},           {"noteClips", noteClips},
-                   {"strokeLoops", strokeLoops},     {"mascotNotes", mascotNotes},
-                   {"mascotChatter", mascotChatter}, {"mascotRepertoire", mascotRepertoire}};
-    using One = std::pair<const char *, const SoundClip *>;
-    const One alone[] = {{"tapClip", &tapClip},
-                         {"markClipBell", &markClipBell},
-                         {"markClipTrill", &markClipTrill},
-                         {"actionClip", &actionClip},
-                         {"captureClip", &captureClip},
-                         {"scatterClipHearts", &scatterClipHearts},
-                         {"scatterClipAny", &scatterClipAny},
-                         {"scatterClipStars", &scatterClipStars},
-                         {"mascotCall", &mascotCall},
-                         {"mascotFanfare", &mascotFanfare}};
-    for (const auto &[name, clip] : alone)
-        slots.push_back({name, {clip, 1}});
-    return slots;
+    return {&clip, 1};
+}
+inline std::span<const SoundClip> clipsOf(std::span<const SoundClip> clips)
+{
+    return clips;
+}
+
+inline std::vector<std::pair<std::string, std::span<const SoundClip>>> slotsOfBanks()
+{
+#define SLOT(name) std::pair(#name, clipsOf(name))
+    return {SLOT(tapClip),        SLOT(markClipBell),     SLOT(markClipTrill), SLOT(actionClip),
+            SLOT(captureClip),    SLOT(wipeClips),        SLOT(penClips),      SLOT(scatterClipHearts),
+            SLOT(scatterClipAny), SLOT(scatterClipStars), SLOT(startClips),    SLOT(spaceClips),
+            SLOT(keyClips),       SLOT(noteClips),        SLOT(strokeLoops),   SLOT(mascotNotes),
+            SLOT(mascotCall),     SLOT(mascotChatter),    SLOT(mascotFanfare), SLOT(mascotRepertoire)};
+#undef SLOT
 }

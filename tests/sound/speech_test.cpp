@@ -15,11 +15,9 @@ template <size_t place> static HRESULT method(FakeObject *object, void *first, v
 {
     const std::string call = object->name + " " + std::to_string(place);
     const bool fails = fakes.failing.contains(call);
-    std::string given;
-    if (call == "category 15" || call == "category 18") {
-        for (const wchar_t *unit = static_cast<wchar_t *>(first); *unit; ++unit)
-            given += char(*unit);
-    }
+    const bool isTold = call == "category 15" || call == "category 18";
+    const std::wstring told = isTold ? static_cast<const wchar_t *>(first) : L"";
+    std::string given(told.begin(), told.end());
     if (call == "category 18") *third = fails ? nullptr : &list;
     if (call == "list 3") *static_cast<void **>(second) = fails ? nullptr : &token;
     if (call == "list 8") *static_cast<ULONG *>(first) = voicesFound;
@@ -49,8 +47,8 @@ static std::string run(const std::string &failing)
     recorded = {};
     createVoice();
     cutSpeech();
-    for (int twice = 0; twice < 2; ++twice)
-        releaseVoice();
+    releaseVoice();
+    releaseVoice();
     EXPECT_EQ(speechVoice, nullptr);
     std::string all;
     for (const std::string &call : recorded.calls)
