@@ -1,5 +1,6 @@
 #include "mascot/frames.h"
 
+#include <array>
 #include <cstdint>
 #include <new>
 #include <span>
@@ -12,20 +13,35 @@
 static constexpr const wchar_t *fallbackNames[] = {L"start", L"clean",  L"pick", L"bubble", L"spot",
                                                    L"board", L"puzzle", L"say",  L"pop"};
 
-struct Neighbour {
-    int dx, dy;
+// One byte for each pixel and a rim of one around them, so that every pixel has eight neighbours: three
+// passes over four frames are a good part of the time until the first window shows.
+struct PixelMask {
+    std::vector<uint8_t> bytes;
+    size_t stride;  // from a pixel to the one below
+
+    PixelMask(const LockedPixels &pixels, uint8_t fill)
+        : bytes(size_t(pixels.width + 2) * size_t(pixels.height + 2), fill), stride(size_t(pixels.width + 2))
+    {
+    }
+    size_t indexOf(int x, int y) const { return size_t(y + 1) * stride + size_t(x + 1); }
+    int xOf(size_t index) const { return int(index % stride) - 1; }
+    int yOf(size_t index) const { return int(index / stride) - 1; }
+    std::array<size_t, 8> neighbours(size_t index) const
+    {
+        return {index - stride - 1, index - stride,     index - stride + 1, index - 1,
+                index + 1,          index + stride - 1, index + stride,     index + stride + 1};
+    }
 };
-static constexpr Neighbour neighbours[] = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0},
-                                           {1, 0},   {-1, 1}, {0, 1},  {1, 1}};
 
-static size_t pixelCount(const LockedPixels &pixels)
+// The mask of the pixels whose alpha is at least this; the rim is 0.
+static PixelMask maskOf(const LockedPixels &pixels, uint8_t leastAlpha)
 {
-    return size_t(pixels.width) * size_t(pixels.height);
-}
-
-static size_t indexOf(const LockedPixels &pixels, int x, int y)
-{
-    return size_t(y) * size_t(pixels.width) + size_t(x);
+    PixelMask mask(pixels, 0);
+    for (int y = 0; y < pixels.height; ++y) {
+        for (int x = 0; x < pixels.width; ++x)
+            mask.bytes[mask.indexOf(x, y)] = pixels.at(x, y)[3] >= leastAlpha;
+    }
+    return mask;
 }
 
 void removeSpecks(ImageFrame &frame)
@@ -34,48 +50,34 @@ void removeSpecks(ImageFrame &frame)
     if (pixels.status != Ok) frame.lastStatus = pixels.status;
     if (pixels.width < 3 || pixels.height < 3) return;
 
-    const size_t total = pixelCount(pixels);
+    const size_t total = size_t(pixels.width) * size_t(pixels.height);
     const size_t sizeFloor = std::max<size_t>(total / 16000, 24);
-    std::vector<bool> labelled(total);
-    std::vector<size_t> members;   // pixel indices, blob after blob
-    std::vector<size_t> blobEnds;  // where each blob's indices end
-    std::vector<size_t> stack;
-    stack.reserve(1024);
-    const auto label = [&](int x, int y) {
-        const size_t index = indexOf(pixels, x, y);
-        if (labelled[index] || pixels.at(x, y)[3] < 16) return;
-        labelled[index] = true;
-        stack.push_back(index);
-    };
+    PixelMask open = maskOf(pixels, 16);  // belongs to a blob that was not met yet
+    std::vector<size_t> members;          // mask indices, blob after blob
+    std::vector<size_t> blobEnds;         // where each blob's indices end
+    members.reserve(total);
     size_t largest = 0;
-    for (int startY = 0; startY < pixels.height; ++startY) {
-        for (int startX = 0; startX < pixels.width; ++startX) {
-            label(startX, startY);
-            if (stack.empty()) continue;
-            const size_t begin = members.size();
-            while (!stack.empty()) {
-                const size_t index = stack.back();
-                stack.pop_back();
-                members.push_back(index);
-                const int x = int(index % size_t(pixels.width));
-                const int y = int(index / size_t(pixels.width));
-                for (const Neighbour &to : neighbours) {
-                    if (pixels.holds(x + to.dx, y + to.dy)) label(x + to.dx, y + to.dy);
-                }
+    for (size_t start = 0; start < open.bytes.size(); ++start) {
+        if (!open.bytes[start]) continue;
+        const size_t begin = members.size();
+        open.bytes[start] = 0;
+        members.push_back(start);
+        for (size_t next = begin; next < members.size(); ++next) {
+            for (const size_t beside : open.neighbours(members[next])) {
+                if (!open.bytes[beside]) continue;
+                open.bytes[beside] = 0;
+                members.push_back(beside);
             }
-            blobEnds.push_back(members.size());
-            largest = std::max(largest, members.size() - begin);
         }
+        blobEnds.push_back(members.size());
+        largest = std::max(largest, members.size() - begin);
     }
 
     const size_t limit = std::max(sizeFloor, largest / 40);
     size_t begin = 0;
     for (const size_t end : blobEnds) {
-        for (size_t i = begin; i < end && end - begin < limit; ++i) {
-            const size_t index = members[i];
-            uint8_t *pixel = pixels.at(int(index % size_t(pixels.width)), int(index / size_t(pixels.width)));
-            std::fill_n(pixel, 4, uint8_t(0));
-        }
+        for (size_t i = begin; i < end && end - begin < limit; ++i)
+            std::fill_n(pixels.at(open.xOf(members[i]), open.yOf(members[i])), 4, uint8_t(0));
         begin = end;
     }
 }
@@ -86,22 +88,17 @@ void softenOutline(ImageFrame &frame)
     if (pixels.status != Ok) frame.lastStatus = pixels.status;
     if (pixels.width < 2 || pixels.height < 2) return;
 
-    // The neighbours are read from a copy: a softened pixel must not count as transparent for the next.
-    std::vector<uint8_t> alphas(pixelCount(pixels));
-    for (int y = 0; y < pixels.height; ++y) {
-        for (int x = 0; x < pixels.width; ++x)
-            alphas[indexOf(pixels, x, y)] = pixels.at(x, y)[3];
-    }
+    // The neighbours are read from a mask made before: a softened pixel must not count as transparent for
+    // the next.
+    const PixelMask solid = maskOf(pixels, 24);
     for (int y = 0; y < pixels.height; ++y) {
         for (int x = 0; x < pixels.width; ++x) {
             uint8_t *pixel = pixels.at(x, y);
-            if (alphas[indexOf(pixels, x, y)] < 200) continue;
+            if (pixel[3] < 200) continue;
             if (pixel[0] >= 50 || pixel[1] >= 50 || pixel[2] >= 50) continue;
             int open = 0;
-            for (const Neighbour &to : neighbours) {
-                if (!pixels.holds(x + to.dx, y + to.dy) || alphas[indexOf(pixels, x + to.dx, y + to.dy)] < 24)
-                    ++open;
-            }
+            for (const size_t beside : solid.neighbours(solid.indexOf(x, y)))
+                open += !solid.bytes[beside];
             if (open >= 3) {
                 pixel[3] = 150;
             } else if (open >= 1) {
@@ -111,47 +108,58 @@ void softenOutline(ImageFrame &frame)
     }
 }
 
+// Gives a pixel the mean colour of its coloured neighbours, of which there is one at least.
+static void takeColour(const LockedPixels &pixels, const PixelMask &coloured, size_t index)
+{
+    int blue = 0;
+    int green = 0;
+    int red = 0;
+    int count = 0;
+    for (const size_t neighbour : coloured.neighbours(index)) {
+        if (!coloured.bytes[neighbour]) continue;
+        const uint8_t *beside = pixels.at(coloured.xOf(neighbour), coloured.yOf(neighbour));
+        blue += beside[0];
+        green += beside[1];
+        red += beside[2];
+        ++count;
+    }
+    uint8_t *pixel = pixels.at(coloured.xOf(index), coloured.yOf(index));
+    pixel[0] = uint8_t(blue / count);
+    pixel[1] = uint8_t(green / count);
+    pixel[2] = uint8_t(red / count);
+}
+
 void bleedColour(ImageFrame &frame)
 {
     const LockedPixels pixels(static_cast<GpBitmap *>(frame.image));
     if (pixels.status != Ok) frame.lastStatus = pixels.status;
     if (pixels.width < 3 || pixels.height < 3) return;
 
-    std::vector<bool> coloured(pixelCount(pixels));
-    for (int y = 0; y < pixels.height; ++y) {
-        for (int x = 0; x < pixels.width; ++x)
-            coloured[indexOf(pixels, x, y)] = pixels.at(x, y)[3] >= 16;
-    }
-    std::vector<size_t> added;
-    for (int pass = 0; pass < 4; ++pass) {
-        added.clear();
-        for (int y = 0; y < pixels.height; ++y) {
-            for (int x = 0; x < pixels.width; ++x) {
-                if (coloured[indexOf(pixels, x, y)]) continue;
-                int blue = 0;
-                int green = 0;
-                int red = 0;
-                int count = 0;
-                for (const Neighbour &to : neighbours) {
-                    if (!pixels.holds(x + to.dx, y + to.dy)) continue;
-                    if (!coloured[indexOf(pixels, x + to.dx, y + to.dy)]) continue;
-                    const uint8_t *beside = pixels.at(x + to.dx, y + to.dy);
-                    blue += beside[0];
-                    green += beside[1];
-                    red += beside[2];
-                    ++count;
-                }
-                if (count == 0) continue;
-                uint8_t *pixel = pixels.at(x, y);
-                pixel[0] = uint8_t(blue / count);
-                pixel[1] = uint8_t(green / count);
-                pixel[2] = uint8_t(red / count);
-                added.push_back(indexOf(pixels, x, y));
-            }
+    PixelMask coloured = maskOf(pixels, 16);
+    PixelMask waiting(pixels, 0);  // may get a colour in this pass; never the rim
+    std::vector<size_t> candidates;
+    const auto askNeighbours = [&](size_t index) {
+        for (const size_t beside : coloured.neighbours(index)) {
+            if (coloured.bytes[beside] || waiting.bytes[beside]) continue;
+            const int x = coloured.xOf(beside);
+            const int y = coloured.yOf(beside);
+            if (!pixels.holds(x, y)) continue;
+            waiting.bytes[beside] = 1;
+            candidates.push_back(beside);
         }
-        if (added.empty()) return;
+    };
+    for (size_t index = 0; index < coloured.bytes.size(); ++index) {
+        if (coloured.bytes[index]) askNeighbours(index);
+    }
+    for (int pass = 0; pass < 4 && !candidates.empty(); ++pass) {
+        for (const size_t index : candidates)
+            takeColour(pixels, coloured, index);
+        const std::vector<size_t> added = std::move(candidates);
+        candidates.clear();
         for (const size_t index : added)
-            coloured[index] = true;
+            coloured.bytes[index] = 1;
+        for (const size_t index : added)
+            askNeighbours(index);
     }
 }
 

@@ -4,7 +4,7 @@
 . "$(dirname "$0")/desktop.sh"
 desktop 0,0,1280,800
 mkdir "$work/bare" && cp "$exe" "$work/bare" && exe=$work/bare/Zubbly.exe  # no mascot: only the card lies above
-settings AutoSaveIntervalSeconds=60 Language=en
+settings AutoSaveIntervalSeconds=60
 saved=$data/SavedPictures
 kept=$WINEPREFIX/drive_c/users/$(id -un)/Pictures/kept.png
 trap '' XFSZ  # a write beyond the limit fails, as on a full disk
