@@ -10,15 +10,11 @@
 #include "marks/key_reactions.h"
 #include "marks/strokes.h"
 #include "menu/menu.h"
-#include "shell/clock.h"
 #include "sound/bank_a.h"
 #include "sound/playback.h"
 #include "support/fakes.h"
 
-static const LPARAM autoRepeat = 1 << 30;
-static const LPARAM altDown = 1 << 29;
-
-static LRESULT send(UINT message, WPARAM wParam, LPARAM lParam = 0, int window = 0)
+static LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0, int window = 0)
 {
     return windowProc(fakeWindow(window), message, wParam, lParam);
 }
@@ -26,9 +22,9 @@ static LPARAM at(int x, int y)
 {
     return MAKELPARAM(WORD(x), WORD(y));
 }
-static void press(uint32_t key)
+static TOUCHINPUT finger(DWORD flags)
 {
-    send(WM_KEYDOWN, key);
+    return {-10099, 20050, nullptr, 0, flags, 0, 0, 0, 0, 0};  // hundredths, cut off toward zero
 }
 
 // A desk on which everything runs that an input may stop, and every key is long ago.
@@ -36,352 +32,209 @@ class Routing : public testing::Test {
   protected:
     Desk desk{twoMonitors};
 
-    void SetUp() override
+    Routing()
     {
-        for (SoundClip *clip : {&tapClip, &actionClip})
-            clip->assign(clipHeaderBytes, 0);
+        tapClip = actionClip = SoundClip(clipHeaderBytes);
+        strokeLoops.fill(tapClip);
         calmDown();
     }
+    ~Routing() override { autoStepsLeft = wipeRunning = false; }
     void calmDown()
     {
         fakes.keysDown.clear();
         resetKeyState(fakeWindow(0));
-        lastInputTick = 0;
-        lastSpaceTick = 0;
-        lastClearTick = 0;
-        leftButtonDown = tapPending = dragMoved = hintVisible = false;
-        autoMode = 1;
+        stopStrokeLoop();
+        lastInputTick = lastSpaceTick = lastClearTick = lastSoundTick = lastKeySoundTick = 0;
+        leftButtonDown = tapPending = dragMoved = hintVisible = menuOpen = false;
+        autoMode = 0;
         autoStepsLeft = 5;
         wipeRunning = true;
-        revealWipe = false;
-        menuOpen = false;
         menuEntries.clear();
         recorded = {};
         fakes.passMs(5000);
+        markRng.seed(7);
     }
-    bool stopped(int timer) const { return countCalls("KillTimer " + std::to_string(timer) + " w0") > 0; }
+    // What an input has done, a letter for each thing, and the action that it has begun.
+    static std::string effects()
+    {
+        std::string text;
+        const bool states[] = {lastInputTick == fakes.tick,
+                               lastClearTick == fakes.tick,
+                               keyMashCount > 0,
+                               !recorded.draws.empty(),
+                               leftButtonDown,
+                               menuOpen};
+        for (int i = 0; i < 6; ++i)
+            if (states[i]) text += "nbkplm"[i];
+        const char *calls[] = {"KillTimer 3 w0", "KillTimer 5 w0", "ImmAssociateContext w0",
+                               "ClipCursor",     "RegisterTouch",  "OpenClipboard"};
+        for (int i = 0; i < 6; ++i)
+            if (countCalls(calls[i]) > 0) text += "dwictx"[i];
+        for (const auto &sound : recorded.sounds)
+            if (sound.first == actionClip.data()) text += 's';
+        return autoMode ? text + std::to_string(autoMode) : text;
+    }
 };
 
-TEST_F(Routing, StopsAndClosesWhatEachInputMay)
+TEST_F(Routing, GivesEachInputItsEffectsAndNoOther)
 {
-    enum { no, yes };
-    struct Row {
-        const char *name;
-        UINT message;
-        WPARAM wParam;
-        LPARAM lParam;
-        bool notes, stopsDrawing, stopsWipe, closesMenu;
-    };
-    const Row rows[] = {
-        {"enter", WM_KEYDOWN, VK_RETURN, 0, yes, yes, yes, no},
-        {"escape", WM_KEYDOWN, VK_ESCAPE, 0, yes, yes, yes, yes},
-        {"apps key", WM_KEYDOWN, VK_APPS, 0, no, no, no, no},
-        {"its release", WM_CONTEXTMENU, 0, -1, yes, yes, yes, no},
-        {"a mouse's context menu", WM_CONTEXTMENU, 0, at(5, 5), no, no, no, no},
-        {"space", WM_KEYDOWN, VK_SPACE, 0, yes, yes, yes, yes},
-        {"arrow", WM_KEYDOWN, VK_LEFT, 0, yes, no, no, yes},
-        {"keypad 8", WM_KEYDOWN, VK_NUMPAD8, 0, yes, no, no, yes},
-        {"shift", WM_KEYDOWN, VK_SHIFT, 0, yes, yes, yes, yes},
-        {"scroll lock", WM_KEYDOWN, VK_SCROLL, 0, yes, yes, yes, yes},
-        {"right alt", WM_KEYDOWN, VK_RMENU, 0, yes, yes, yes, yes},
-        {"letter", WM_KEYDOWN, 'Q', 0, yes, yes, yes, yes},
-        {"keypad 5", WM_KEYDOWN, VK_NUMPAD5, 0, yes, yes, yes, yes},
-        {"plain F4", WM_KEYDOWN, VK_F4, 0, yes, yes, yes, yes},
-        {"tab", WM_KEYDOWN, VK_TAB, 0, yes, yes, yes, yes},
-        {"a system key", WM_SYSKEYDOWN, 'Q', altDown, no, no, no, no},
-        {"plain F10", WM_SYSKEYDOWN, VK_F10, 0, no, no, no, no},
-        {"x button", WM_XBUTTONDOWN, 0, at(5, 5), yes, yes, yes, yes},
-        {"app command", WM_APPCOMMAND, 0, 0, no, yes, yes, no},
-        {"right press", WM_RBUTTONDOWN, 0, at(5, 5), yes, yes, yes, no},
-        {"left press", WM_LBUTTONDOWN, 0, at(5, 5), yes, yes, yes, no},
-        {"idle mouse", WM_MOUSEMOVE, 0, at(5, 5), no, no, no, no},
-        {"wheel", WM_MOUSEWHEEL, 0, 0, no, no, no, no},
-        {"middle button", WM_MBUTTONDOWN, 0, at(5, 5), no, no, no, no},
-    };
-    for (const Row &row : rows) {
-        const bool isPress = row.message == WM_LBUTTONDOWN || row.message == WM_RBUTTONDOWN;
-        for (const bool hint : {false, true}) {
+    // What comes of it with the menu open, and the answer (77 is the system's own). An input is a key that
+    // goes down, or a message with its wParam in the low byte.
+    const std::pair<std::string, std::vector<UINT>> rows[] = {
+        {"nmdws3 0", {VK_RETURN, WM_CONTEXTMENU << 8}},
+        {"ndws2 0", {VK_ESCAPE}},
+        {"npdw 0", {VK_SPACE}},
+        {"np 0", {VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN, VK_NUMPAD2, VK_NUMPAD4, VK_NUMPAD6, VK_NUMPAD8}},
+        {"ndw 0",
+         {VK_SHIFT, VK_CONTROL, VK_MENU, VK_CAPITAL, VK_LWIN, VK_RWIN, VK_NUMLOCK, VK_SCROLL, VK_LSHIFT,
+          VK_RSHIFT, VK_LCONTROL, VK_RCONTROL, VK_LMENU, VK_RMENU}},
+        {"nkdw 0", {'0', '9', 'A', 'Z', VK_NUMPAD0, VK_NUMPAD9}},
+        {"nkpdw 0", {VK_TAB, VK_F1, VK_F4, VK_MULTIPLY}},
+        {"mx 0", {VK_SNAPSHOT, WM_SYSKEYDOWN << 8 | VK_SNAPSHOT, (WM_APP + 1) << 8 | VK_SNAPSHOT}},
+        {"m 0",
+         {VK_APPS, WM_SYSKEYDOWN << 8 | 'Q', WM_DESTROY << 8, WM_TIMER << 8 | 99, WM_MOUSEMOVE << 8,
+          WM_LBUTTONUP << 8, WM_RBUTTONUP << 8}},
+        {"m 1", {WM_ERASEBKGND << 8}},
+        {"m 77", {WM_CLOSE << 8, WM_MOUSEWHEEL << 8}},
+        {"n 0", {WM_LBUTTONDOWN << 8, WM_RBUTTONDOWN << 8}},
+        {"ndws1 0", {WM_XBUTTONDOWN << 8}},
+        {"bmdw 1", {WM_APPCOMMAND << 8}},
+        {"mit 0", {WM_CREATE << 8}},
+        {"mi 0", {WM_SETFOCUS << 8}},
+        {"mic 77", {WM_ACTIVATE << 8 | WA_ACTIVE}},
+        {"mc 77", {WM_ACTIVATE << 8 | WA_INACTIVE, WM_ACTIVATEAPP << 8}}};
+    for (const auto &[wanted, inputs] : rows) {
+        for (const UINT input : inputs) {
             calmDown();
-            hintVisible = hint;
-            menuOpen = !isPress;  // a press belongs to an open menu: tested below
-            send(row.message, row.wParam, row.lParam);
-            EXPECT_EQ(lastInputTick != 0, row.notes && !hint) << row.name;
-            EXPECT_EQ(stopped(3), row.stopsDrawing) << row.name;
-            EXPECT_EQ(stopped(5), row.stopsWipe) << row.name;
-            if (isPress) continue;
-            EXPECT_EQ(!menuOpen, row.closesMenu) << row.name;
+            menuOpen = true;
+            const UINT message = input < 256 ? WM_KEYDOWN : input >> 8;
+            const LPARAM flags = message == WM_CONTEXTMENU ? -1 : message == WM_SYSKEYDOWN ? 1 << 29 : 0;
+            const LRESULT answer = send(message, input & 255, flags);
+            EXPECT_EQ(effects() + " " + std::to_string(answer), wanted) << message << " " << (input & 255);
         }
     }
+    EXPECT_EQ(send(WM_CONTEXTMENU, 0, at(-1, 5)) + send(WM_CONTEXTMENU, 0, at(5, -1)), 2 * 77);
 }
 
-TEST_F(Routing, AnswersAndHandsToTheDefaultOnlyWhatItShould)
+TEST_F(Routing, GatesSoundsAndTheSpaceBar)
 {
-    struct Row {
-        UINT message;
-        WPARAM wParam;
-        LRESULT answer;
-        bool toDefault;
-    };
-    for (const Row &row : {Row{WM_CREATE, 0, 0, false},           Row{WM_DESTROY, 0, 0, false},
-                           Row{WM_ACTIVATE, WA_ACTIVE, 77, true}, Row{WM_ACTIVATE, WA_INACTIVE, 77, true},
-                           Row{WM_SETFOCUS, 0, 0, false},         Row{WM_ERASEBKGND, 0, 1, false},
-                           Row{WM_ACTIVATEAPP, 1, 77, true},      Row{WM_KEYUP, 'A', 77, true},
-                           Row{WM_SYSKEYUP, VK_F4, 77, true},     Row{WM_SYSKEYDOWN, VK_SPACE, 0, false},
-                           Row{WM_TIMER, 99, 0, false},           Row{WM_CLOSE, 0, 77, true},
-                           Row{WM_KILLFOCUS, 0, 77, true},        Row{WM_CHAR, 'a', 77, true},
-                           Row{WM_MOUSEWHEEL, 0, 77, true},       Row{WM_MBUTTONDOWN, 0, 77, true},
-                           Row{WM_XBUTTONUP, 0, 77, true},        Row{WM_DISPLAYCHANGE, 0, 77, true},
-                           Row{WM_APPCOMMAND, 0, 1, false},       Row{WM_RBUTTONUP, 0, 0, false},
-                           Row{WM_LBUTTONUP, 0, 0, false}}) {
-        recorded.calls.clear();
-        EXPECT_EQ(send(row.message, row.wParam), row.answer) << row.message;
-        EXPECT_EQ(countCalls("DefWindowProc"), row.toDefault) << row.message;
-        const bool takesInputMethod = row.message == WM_CREATE || row.message == WM_SETFOCUS ||
-                                      (row.message == WM_ACTIVATE && row.wParam == WA_ACTIVE);
-        EXPECT_EQ(countCalls("ImmAssociateContext w0"), takesInputMethod) << row.message << "/" << row.wParam;
-        const bool confines = row.message == WM_ACTIVATE || row.message == WM_ACTIVATEAPP;
-        EXPECT_EQ(countCalls("ClipCursor"), confines) << row.message;
-    }
-}
-
-TEST_F(Routing, GivesPressesToAnOpenMenuAndNothingElse)
-{
-    for (const UINT message : {UINT(WM_LBUTTONDOWN), UINT(WM_RBUTTONDOWN)}) {
-        calmDown();
-        menuOpen = true;
-        send(message, 0, at(5, 5));
-        EXPECT_FALSE(menuOpen);
-        EXPECT_FALSE(leftButtonDown || tapPending || stopped(3) || stopped(5));
-        EXPECT_EQ(countCalls("SetCapture"), 0);
-        EXPECT_EQ(rightPressSeen, message == WM_RBUTTONDOWN);
-    }
-    calmDown();
-    send(WM_RBUTTONDOWN, 0, at(400, 300));
-    EXPECT_TRUE(menuOpen && rightPressSeen);
-    EXPECT_EQ(recorded.sounds.back().first, actionClip.data());
-    EXPECT_EQ(lastSoundTick, fakes.tick);
-    send(WM_RBUTTONUP, 0, at(400, 300));
-    EXPECT_FALSE(rightPressSeen);
-    EXPECT_TRUE(menuOpen);
-}
-
-TEST_F(Routing, HoldsTheSpaceBarFor300MillisecondsButStillClosesTheMenu)
-{
-    struct Row {
-        DWORD after;
-        bool passes;
-    };
-    press(VK_SPACE);
-    const DWORD accepted = fakes.tick;
-    for (const Row &row : {Row{299, false}, Row{300, true}}) {
-        autoStepsLeft = 5;
-        wipeRunning = true;
-        menuOpen = true;
-        recorded = {};
-        fakes.tick = accepted + row.after;
-        press(VK_SPACE);
-        EXPECT_FALSE(menuOpen);
-        EXPECT_EQ(lastInputTick, fakes.tick);
-        EXPECT_EQ(stopped(3), row.passes) << row.after;
-        EXPECT_EQ(!recorded.draws.empty() || !recorded.invalidations.empty(), true);
-        EXPECT_EQ(!recorded.draws.empty(), row.passes);
+    fakes.touches = {finger(TOUCHEVENTF_DOWN)};
+    const std::tuple<DWORD &, DWORD, UINT, WPARAM> rows[] = {{lastSpaceTick, 300, WM_KEYDOWN, VK_SPACE},
+                                                             {lastKeySoundTick, 55, WM_KEYDOWN, VK_TAB},
+                                                             {lastKeySoundTick, 55, WM_APPCOMMAND, 0},
+                                                             {lastSoundTick, 40, WM_TOUCH, 1},
+                                                             {lastSoundTick, 30, WM_LBUTTONUP, 0}};
+    for (const auto &[last, gate, message, wParam] : rows) {
+        for (const DWORD since : {gate - 1, gate}) {
+            calmDown();
+            tapPending = message == WM_LBUTTONUP;
+            lastClearTick = fakes.tick - 1;  // too short ago to clear again
+            last = fakes.tick - since;
+            send(message, wParam);
+            EXPECT_EQ(last == fakes.tick, since == gate) << gate;
+            EXPECT_EQ(recorded.draws.empty(), since == 299 || message == WM_APPCOMMAND) << gate;
+            EXPECT_NE(lastClearTick, fakes.tick);
+        }
     }
 }
 
 TEST_F(Routing, StartsAutoDrawingOrMarksAtEnterByItsDraw)
 {
     for (uint32_t seed = 0; seed < 40; ++seed) {
-        calmDown();
         markRng.seed(seed);
-        press(VK_RETURN);
+        send(WM_KEYDOWN, VK_RETURN);
         markRng.seed(seed);
         EXPECT_EQ(autoMode, randInt(0, 84) < 40 ? 3 : 1) << seed;
-        EXPECT_TRUE(recorded.timers.contains({fakeWindow(0), 3}));
     }
-    calmDown();
-    press(VK_ESCAPE);
-    EXPECT_EQ(autoMode, 2);
-    EXPECT_TRUE(wipeRunning && recorded.timers.contains({fakeWindow(0), 5}));
-    calmDown();
-    send(WM_XBUTTONDOWN, 0, at(5, 5));
-    EXPECT_EQ(autoMode, 1);
 }
 
 TEST_F(Routing, TurnsAPressIntoATapOrAStrokePastEightPixels)
 {
     send(WM_LBUTTONDOWN, 0, at(100, 100), 1);
-    EXPECT_TRUE(leftButtonDown && tapPending && !dragMoved);
-    EXPECT_EQ(lastStrokePoint.x, -540);  // the second monitor begins at -640, 100
-    EXPECT_EQ(lastStrokePoint.y, 200);
-    EXPECT_EQ(countCalls("SetCapture w1"), 1);
     send(WM_MOUSEMOVE, 0, at(107, 103), 1);  // 58 below 64
-    EXPECT_TRUE(tapPending && recorded.draws.empty());
+    EXPECT_EQ(effects(), "nldw");
+    EXPECT_EQ(lastStrokePoint.x * 1000 + lastStrokePoint.y, -540 * 1000 + 200);
     send(WM_LBUTTONUP, 0, at(107, 103), 1);
-    ASSERT_EQ(recorded.draws.size(), 1u);
-    EXPECT_EQ(recorded.draws[0].what, "FillEllipse");
+    EXPECT_EQ(effects(), "npdw");
+    EXPECT_EQ(recorded.draws[0].dc, surfaces[1].canvasDC);
     EXPECT_EQ(recorded.sounds.back().first, tapClip.data());
-    EXPECT_FALSE(leftButtonDown || tapPending);
-    EXPECT_EQ(countCalls("ReleaseCapture"), 1);
-
+    EXPECT_EQ(countCalls("SetCapture w1") + countCalls("ReleaseCapture"), 2);
     calmDown();
     send(WM_LBUTTONDOWN, 0, at(100, 100));
-    send(WM_MOUSEMOVE, 0, at(108, 100));  // exactly 64
-    EXPECT_TRUE(dragMoved && !tapPending);
-    send(WM_MOUSEMOVE, 0, at(108, 101));   // no dead zone any more
-    send(WM_MOUSEMOVE, 0, at(-50, 130));   // and on to the other monitor
+    autoStepsLeft = 5;
+    fakes.passMs(50);
+    for (const auto &[x, y] : {POINT{108, 100}, {108, 101}, {-50, 130}})  // exactly 64, then no dead zone
+        send(WM_MOUSEMOVE, 0, at(x, y));
+    EXPECT_TRUE(lastInputTick == fakes.tick && autoStepsLeft == 0 && strokeLoopActive);
+    send(WM_LBUTTONUP);
+    EXPECT_FALSE(tapPending || dragMoved || strokeLoopActive);
     ASSERT_EQ(recorded.draws.size(), 8u);  // a tap and three segments, in reach of both monitors
     EXPECT_EQ(recorded.draws[2].numbers, (std::vector<float>{100, 100, 108, 100}));
     EXPECT_EQ(recorded.draws[6].numbers, (std::vector<float>{108, 101, -50, 130}));
-    EXPECT_EQ(recorded.draws[7].dc, surfaces[1].canvasDC);
-    EXPECT_EQ(lastInputTick, fakes.tick);
-    const size_t sounds = recorded.sounds.size();
-    send(WM_LBUTTONUP, 0, at(0, 0));
-    EXPECT_EQ(recorded.draws.size(), 8u);
-    for (size_t i = sounds; i < recorded.sounds.size(); ++i)
-        EXPECT_EQ(recorded.sounds[i].second, 69u);
 }
 
-TEST_F(Routing, GatesTapSoundsAt30Milliseconds)
+TEST_F(Routing, OpensTheMenuWithTheRightButtonAndTheSpiralWithBoth)
 {
-    for (const DWORD since : {29, 30}) {
-        calmDown();
-        lastSoundTick = fakes.tick - since;
-        send(WM_LBUTTONDOWN, 0, at(100, 100));
-        send(WM_LBUTTONUP, 0, at(100, 100));
-        EXPECT_EQ(recorded.sounds.size(), since == 30 ? 1u : 0u);
-    }
-}
-
-TEST_F(Routing, WindsTheSpiralWhileBothButtonsAreDown)
-{
-    fakes.keysDown = {VK_LBUTTON, VK_RBUTTON};
     send(WM_RBUTTONDOWN, 0, at(400, 300));
-    EXPECT_FALSE(menuOpen || stopped(3));
-    EXPECT_TRUE(leftButtonDown);
-    EXPECT_EQ(recorded.timers[std::make_pair(fakeWindow(0), UINT_PTR(7))], 48u);
-    EXPECT_EQ(recorded.timers[std::make_pair(fakeWindow(0), UINT_PTR(6))], 210u);
-    EXPECT_EQ(keyMashCount, 1);
-    const float radius = spiralRadius;
-    for (const DWORD ms : {39, 1}) {
-        fakes.passMs(ms);
-        send(WM_MOUSEMOVE, 0, at(420, 300));
-        EXPECT_EQ(spiralRadius, radius + (ms == 1 ? 7.0f : 0.0f));
-    }
-    EXPECT_FALSE(dragMoved);
-    send(WM_LBUTTONUP, 0, at(0, 0));
-    EXPECT_FALSE(recorded.timers.contains({fakeWindow(0), 7}));
-    calmDown();
-    menuOpen = true;  // the menu holds the chord off
+    EXPECT_EQ(effects(), "npmdws");
+    recorded = {};
     fakes.keysDown = {VK_LBUTTON, VK_RBUTTON};
     send(WM_MOUSEMOVE, 0, at(420, 300));
-    EXPECT_TRUE(recorded.draws.empty());
+    EXPECT_EQ(effects(), "nm");  // the menu holds the spiral off
+    for (const UINT second : {WM_RBUTTONDOWN, WM_LBUTTONDOWN}) {
+        calmDown();
+        fakes.keysDown = {VK_LBUTTON, VK_RBUTTON};
+        send(second, 0, at(400, 300));
+        EXPECT_EQ(effects(), second == WM_RBUTTONDOWN ? "nkpl" : "nkpldw");
+        EXPECT_EQ(countCalls("SetTimer 7 48 w0") + countCalls("SetTimer 6 210 w0"), 2);
+        for (const DWORD ms : {39, 1}) {
+            fakes.passMs(ms);
+            send(WM_MOUSEMOVE, 0, at(420, 300));
+            EXPECT_EQ(spiralRadius, ms == 1 ? 84.0f : 77.0f);
+        }
+        EXPECT_TRUE(!dragMoved && lastInputTick == fakes.tick);
+        send(second + 1);  // its release
+        EXPECT_FALSE(recorded.timers.contains({fakeWindow(0), 7}));
+    }
 }
 
 TEST_F(Routing, LetsALetterWaitForItsReleaseOrTimerSix)
 {
-    press('Q');
-    EXPECT_TRUE(pendingKey && recorded.draws.empty());
-    EXPECT_EQ(recorded.timers[std::make_pair(fakeWindow(0), UINT_PTR(6))], 210u);
-    send(WM_KEYUP, 'Q');
-    EXPECT_FALSE(pendingKey || recorded.draws.empty() || recorded.timers.contains({fakeWindow(0), 6}));
-
-    calmDown();  // held: timer 6 draws it, repeats make a mash that loses the next one
-    press('Q');
-    fakes.passMs(210);
-    send(WM_TIMER, 6);
-    const size_t drawn = recorded.draws.size();
-    EXPECT_GT(drawn, 0u);
-    for (int i = 0; i < 2; ++i) {
+    for (const UINT end : {WM_KEYUP, WM_TIMER}) {
+        calmDown();
+        send(WM_KEYDOWN, 'Q');
+        send(WM_KEYUP, VK_TAB);
+        EXPECT_TRUE(pendingKey && recorded.draws.empty() && countCalls("SetTimer 6 210 w0") == 1);
+        fakes.passMs(210);
+        send(end, end == WM_KEYUP ? 'Q' : 6);
+        EXPECT_FALSE(pendingKey || recorded.draws.empty() || !recorded.timers.empty());
+    }
+    recorded = {};
+    for (const int key : {int('Q'), int('Q'), VK_TAB}) {  // held on: a mash, which loses the letter
         fakes.passMs(40);
-        send(WM_KEYDOWN, 'Q', autoRepeat);
-        EXPECT_EQ(pendingKey, i == 0);
-        EXPECT_EQ(recorded.draws.size() > drawn, i == 1);
+        send(WM_KEYDOWN, WPARAM(key), key == 'Q' ? 1 << 30 : 0);
     }
-    EXPECT_EQ(keyMashCount, 2);
+    EXPECT_TRUE(!pendingKey && keyMashCount == 3 && spiralRadius == 84.0f);
     send(WM_KEYUP, VK_NUMPAD4);  // any letter or digit ends it
-    EXPECT_EQ(keyMashCount, 0);
-}
-
-TEST_F(Routing, DrawsOtherKeysOnlyWhenTheLastKeyIsLongAgoButSoundsThem)
-{
-    press(VK_OEM_COMMA);
-    EXPECT_FALSE(recorded.draws.empty());
-    EXPECT_EQ(lastKeySoundTick, fakes.tick);
-    // Another key 520 ms later is a mash; one past that is calm again.
-    for (const DWORD ms : {520, 521}) {
-        calmDown();
-        press(VK_TAB);
-        recorded.draws.clear();
-        fakes.passMs(ms);
-        press(VK_OEM_COMMA);
-        EXPECT_EQ(keyMashCount, ms == 520 ? 2 : 1);
-        EXPECT_EQ(spiralCentreValid, ms == 520);
-        EXPECT_FALSE(recorded.draws.empty());
-    }
-    for (const DWORD since : {54, 55}) {
-        calmDown();
-        lastKeySoundTick = fakes.tick - since;
-        press(VK_OEM_COMMA);
-        EXPECT_EQ(lastKeySoundTick == fakes.tick, since == 55);
-    }
-}
-
-static TOUCHINPUT contact(int x, int y, DWORD flags)
-{
-    TOUCHINPUT touch = {};
-    touch.x = x;
-    touch.y = y;
-    touch.dwFlags = flags;
-    return touch;
+    EXPECT_TRUE(keyMashCount == 0 && !spiralCentreValid);
 }
 
 TEST_F(Routing, PaintsAFanFromEachFinger)
 {
-    menuOpen = true;
-    fakes.touches = {contact(-10099, 20050, TOUCHEVENTF_DOWN | TOUCHEVENTF_MOVE)};
-    send(WM_TOUCH, 1);
-    markRng.seed(7);
-    const int dx = randInt(-70, 70);
-    const int dy = randInt(-70, 70);
-    EXPECT_TRUE(menuOpen && stopped(3) && stopped(5) && penDotVisible);
-    EXPECT_EQ(penDotPoint.x, -100);  // truncated toward zero
-    const std::vector<float> &line = recorded.draws.at(0).numbers;
-    EXPECT_EQ(line, (std::vector<float>{-100, 200, float(-100 + dx), float(200 + dy)}));
-    EXPECT_EQ(recorded.sounds.size(), 1u);
-    EXPECT_EQ(countCalls("CloseTouchInputHandle"), 1);
-
-    calmDown();
-    markRng.seed(7);
-    fakes.touches = {contact(30000, 30000, TOUCHEVENTF_MOVE), contact(0, 0, TOUCHEVENTF_UP)};
-    send(WM_TOUCH, 2);
-    markRng.seed(7);
-    const int moveX = randInt(-30, 30);
-    EXPECT_EQ(recorded.draws.at(0).numbers[2], float(300 + moveX));
-    EXPECT_TRUE(stopped(3) && !stopped(5));
-    EXPECT_FALSE(strokeLoopActive);
-
-    for (const DWORD since : {39, 40}) {
+    for (const DWORD flags : {TOUCHEVENTF_DOWN | TOUCHEVENTF_MOVE, TOUCHEVENTF_MOVE}) {
         calmDown();
-        lastSoundTick = fakes.tick - since;
-        fakes.touches = {contact(0, 0, TOUCHEVENTF_DOWN)};
-        send(WM_TOUCH, 1);
-        EXPECT_EQ(recorded.sounds.size(), since == 40 ? 1u : 0u);
+        const bool moves = flags == TOUCHEVENTF_MOVE;
+        fakes.touches = {finger(flags), finger(TOUCHEVENTF_UP)};
+        send(WM_TOUCH, 2);
+        EXPECT_EQ(effects(), moves ? "npd" : "npdw");
+        EXPECT_TRUE(penDotVisible && penDotPoint.x == -100 && penDotPoint.y == 200);
+        markRng.seed(7);
+        const int toX = -100 + (moves ? randInt(-30, 30) : randInt(-70, 70));
+        const int toY = 200 + (moves ? randInt(-30, 30) : randInt(-70, 70));
+        EXPECT_EQ(recorded.draws[0].numbers, (std::vector<float>{-100, 200, float(toX), float(toY)}));
+        EXPECT_EQ(recorded.sounds.size(), moves ? 2u : 1u);  // a loop and its end, or a tap
+        EXPECT_EQ(countCalls("CloseTouchInputHandle"), 1);
     }
-    calmDown();
-    fakes.touches.clear();  // the system does not tell: dropped, and the handle stays
-    send(WM_TOUCH, 1);
-    EXPECT_TRUE(recorded.draws.empty());
-    EXPECT_EQ(countCalls("CloseTouchInputHandle"), 0);
-}
-
-TEST_F(Routing, ClearsAtEveryAppCommandUnlessJustCleared)
-{
-    send(WM_APPCOMMAND, 0);
-    const MarkColor first = backgroundColor;
-    EXPECT_EQ(lastClearTick, fakes.tick);
-    EXPECT_EQ(lastKeySoundTick, fakes.tick);
-    fakes.passMs(100);
-    send(WM_APPCOMMAND, 0);
-    EXPECT_EQ(backgroundColor, first);
-    EXPECT_EQ(lastKeySoundTick, fakes.tick);
+    send(WM_TOUCH, 1);  // the system does not tell: dropped, and the handle stays
+    EXPECT_EQ(countCalls("CloseTouchInputHandle"), 1);
 }
