@@ -8,11 +8,10 @@
 
 namespace fs = std::filesystem;
 
-static std::string contentOf(const fs::path &path)
+static std::string bytesIn(const fs::path &path)
 {
-    std::string word;
-    std::ifstream(path) >> word;
-    return word;
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 TEST(Folders, LieWhereTheSystemSaysElseWhereTheEnvironmentSaysElseHere)
@@ -22,11 +21,10 @@ TEST(Folders, LieWhereTheSystemSaysElseWhereTheEnvironmentSaysElseHere)
     EXPECT_EQ(dataDirectory(), folder.path / "norvanta\\Zubworks\\Zubbly");
     fakes.failing = {"SHGetKnownFolderPath"};
     const std::wstring longest(259, L'x');
-    const std::pair<std::wstring, std::wstring> rows[] = {
-        {L"C:\\ふたば", L"C:\\ふたば"}, {longest, longest}, {longest + L"x", L"."}, {L"", L"."}};
-    for (const auto &[variable, base] : rows) {
+    for (const std::wstring &variable :
+         {std::wstring(L"C:\\ふたば"), longest, longest + L"x", std::wstring()}) {
         SetEnvironmentVariableW(L"APPDATA", variable.empty() ? nullptr : variable.c_str());
-        EXPECT_EQ(roamingAppData().wstring(), base);
+        EXPECT_EQ(roamingAppData().wstring(), variable.empty() || variable.size() > 259 ? L"." : variable);
     }
 }
 
@@ -35,22 +33,22 @@ TEST(Folders, TakeTwoFilesOverAndKeepWhatStandsInTheWay)
     const Desk desk({});
     const TestFolder folder;
     fakes.folder /= L"ふたば";
-    const fs::path family = fakes.folder / "norvanta";
-    EXPECT_TRUE(ensureDataDirectories());
-    EXPECT_TRUE(fs::is_directory(dataDirectory() / "SavedPictures"));
-    fs::create_directories(family / "Zubbly");
+    const fs::path family = fakes.folder / "norvanta", older = family / "Zubbly", data = dataDirectory();
+    const std::string bytes("\xFF\xFE\r\0\n\0\x1A\0", 8);  // a text mode would change each of them
+    fs::create_directories(older);
     for (const char *name : {"config.ini", "display_name.txt", "other.txt"})
-        std::ofstream(family / "Zubbly" / name) << name;
-    std::ofstream(dataDirectory() / "display_name.txt") << "new";
+        std::ofstream(older / name, std::ios::binary) << bytes;
+    EXPECT_TRUE(ensureDataDirectories());  // into a folder that is not there yet
+    EXPECT_TRUE(bytesIn(data / "config.ini") == bytes && bytesIn(older / "config.ini") == bytes);
+    EXPECT_TRUE(bytesIn(data / "display_name.txt") == bytes && !fs::exists(data / "other.txt"));
+    std::ofstream(data / "display_name.txt") << "new";
     EXPECT_TRUE(ensureDataDirectories());
-    EXPECT_EQ(contentOf(dataDirectory() / "config.ini"), "config.ini");
-    EXPECT_EQ(contentOf(dataDirectory() / "display_name.txt"), "new");
-    EXPECT_EQ(contentOf(family / "Zubbly\\display_name.txt"), "display_name.txt");
-    EXPECT_FALSE(fs::exists(dataDirectory() / "other.txt"));
+    EXPECT_EQ(bytesIn(data / "display_name.txt"), "new");
+    EXPECT_TRUE(fs::is_directory(data / "SavedPictures"));
     for (const char *inTheWay : {"Zubworks\\Zubbly\\SavedPictures", "Zubworks"}) {
         fs::remove_all(family / inTheWay);
         std::ofstream(family / inTheWay) << "file";
         EXPECT_EQ(ensureDataDirectories(), std::string(inTheWay) != "Zubworks");
-        EXPECT_EQ(contentOf(family / inTheWay), "file");
+        EXPECT_EQ(bytesIn(family / inTheWay), "file");
     }
 }
