@@ -24,25 +24,24 @@ TestFolder::~TestFolder()
     fakes.folder.clear();
 }
 
+static std::string formatted(const char *format, auto... values)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, format, values...);
+    return text;
+}
+
 std::string textOf(const DrawCall &call)
 {
-    char part[64];
-    std::snprintf(part, sizeof part, "%s %08X", call.what.c_str(), call.argb);
-    std::string text = part;
-    if (call.penWidth != 0.0f) {
-        std::snprintf(part, sizeof part, " wide %.2f", double(call.penWidth));
-        text += part;
-    }
+    std::string text = call.what + formatted(" %08X", call.argb);
+    if (call.penWidth != 0.0f) text += formatted(" wide %.2f", double(call.penWidth));
     if (call.startCap == 2 && call.endCap == 2) text += call.dashCap == 2 ? " all caps" : " caps";
     if (call.join == 2) text += " join";
     text += " at";
-    for (const float number : call.numbers) {
-        std::snprintf(part, sizeof part, std::floor(number) == number ? " %.0f" : " %.2f", double(number));
-        text += part;
-    }
-    for (size_t i = 1; i < surfaces.size(); ++i) {
-        if (surfaces[i].canvasDC == call.dc) text += " on " + std::to_string(i);
-    }
+    for (const float number : call.numbers)
+        text += formatted(std::floor(number) == number ? " %.0f" : " %.2f", double(number));
+    for (size_t i = 1; i < surfaces.size(); ++i)
+        if (surfaces[i].canvasDC == call.dc) text += formatted(" on %d", int(i));
     return text;
 }
 
@@ -52,16 +51,12 @@ std::string textOfRecord()
     for (const DrawCall &call : recorded.draws)
         text += textOf(call) + "\n";
     for (const auto &[window, whole, rect] : recorded.invalidations) {
-        text += "repaint " + std::to_string((intptr_t(window) - firstFakeWindow) / 2);
-        if (whole) {
-            text += " whole\n";
-        } else {
-            text += " " + std::to_string(rect.left) + " " + std::to_string(rect.top) + " " +
-                    std::to_string(rect.right) + " " + std::to_string(rect.bottom) + "\n";
-        }
+        text += formatted("repaint %d", int(intptr_t(window) - firstFakeWindow) / 2);
+        text += whole ? " whole\n"
+                      : formatted(" %ld %ld %ld %ld\n", rect.left, rect.top, rect.right, rect.bottom);
     }
     Rng next = markRng;
-    return text + "next " + std::to_string(next()) + "\n";
+    return text + formatted("next %u\n", unsigned(next()));
 }
 
 Desk::Desk(const std::vector<RECT> &monitors, MarkColor background)
@@ -71,19 +66,18 @@ Desk::Desk(const std::vector<RECT> &monitors, MarkColor background)
     RECT all = {};
     HDC screenDC = GetDC(nullptr);
     HBRUSH brush = CreateSolidBrush(background);
-    for (size_t i = 0; i < monitors.size(); ++i) {
-        UnionRect(&all, &all, &monitors[i]);
-        MonitorSurface surface;
-        surface.hwnd = fakeWindow(int(i));
-        surface.rect = monitors[i];
-        surface.width = monitors[i].right - monitors[i].left;
-        surface.height = monitors[i].bottom - monitors[i].top;
+    for (const RECT &monitor : monitors) {
+        UnionRect(&all, &all, &monitor);
+        MonitorSurface &surface = surfaces.emplace_back();
+        surface.hwnd = fakeWindow(int(surfaces.size()) - 1);
+        surface.rect = monitor;
+        surface.width = monitor.right - monitor.left;
+        surface.height = monitor.bottom - monitor.top;
         surface.canvasDC = CreateCompatibleDC(screenDC);
         surface.canvasBitmap = CreateCompatibleBitmap(screenDC, surface.width, surface.height);
         SelectObject(surface.canvasDC, surface.canvasBitmap);
         const RECT canvas = {0, 0, surface.width, surface.height};
         FillRect(surface.canvasDC, &canvas, brush);
-        surfaces.push_back(surface);
     }
     DeleteObject(brush);
     ReleaseDC(nullptr, screenDC);
@@ -107,25 +101,4 @@ MarkColor Desk::pixel(int x, int y) const
             return GetPixel(surface.canvasDC, x - surface.rect.left, y - surface.rect.top);
     }
     return CLR_INVALID;
-}
-
-void Desk::save(const wchar_t *path) const
-{
-    HDC screenDC = GetDC(nullptr);
-    HDC dc = CreateCompatibleDC(screenDC);
-    HBITMAP bitmap = CreateCompatibleBitmap(screenDC, fakes.screen.width, fakes.screen.height);
-    HGDIOBJ old = SelectObject(dc, bitmap);
-    for (const MonitorSurface &surface : surfaces) {
-        BitBlt(dc, surface.rect.left - fakes.screen.left, surface.rect.top - fakes.screen.top, surface.width,
-               surface.height, surface.canvasDC, 0, 0, SRCCOPY);
-    }
-    SelectObject(dc, old);
-    GpBitmap *picture = nullptr;
-    GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &picture);
-    const CLSID png = {0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
-    GdipSaveImageToFile(picture, path, &png, nullptr);
-    GdipDisposeImage(picture);
-    DeleteObject(bitmap);
-    DeleteDC(dc);
-    ReleaseDC(nullptr, screenDC);
 }

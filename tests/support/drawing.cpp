@@ -4,15 +4,19 @@
 
 #include "support/fakes.h"
 
-static std::map<const void *, DrawCall> traits;  // of brushes and pens; numbers of paths
-static std::map<const GpGraphics *, HDC> targets;
+static std::map<const void *, DrawCall> traits;  // of brushes, pens and Graphics; numbers of paths
+
+static DrawCall traitsOf(const void *object)
+{
+    return traits.contains(object) ? traits[object] : DrawCall{};
+}
 
 static void record(const char *what, const GpGraphics *graphics, const void *paint,
                    std::vector<float> numbers)
 {
-    DrawCall call = traits.contains(paint) ? traits[paint] : DrawCall{};
+    DrawCall call = traitsOf(paint);
     call.what = what;
-    call.dc = targets.contains(graphics) ? targets[graphics] : nullptr;
+    call.dc = traitsOf(graphics).dc;
     call.numbers = std::move(numbers);
     recorded.draws.push_back(std::move(call));
 }
@@ -55,36 +59,35 @@ static void addToPath(const GpPath *path, const std::vector<float> &numbers)
     points.insert(points.end(), numbers.begin(), numbers.end());
 }
 
-// WRAP declares the real function and opens the definition of ours; DRAW and PATH define all of it. The
-// build reads the names from these lines.
+// WRAP declares the real function and opens the definition of ours, AFTER does something first; the others
+// define all of it. The build reads the names from these lines.
 #define LIST(...) __VA_ARGS__
 #define WRAP(name, parameters)                                                                               \
     extern "C" GpStatus WINGDIPAPI __real_##name parameters;                                                 \
     extern "C" GpStatus WINGDIPAPI __wrap_##name parameters;                                                 \
     extern "C" GpStatus WINGDIPAPI __wrap_##name parameters
+#define AFTER(name, parameters, arguments, first)                                                            \
+    WRAP(name, parameters)                                                                                   \
+    {                                                                                                        \
+        first;                                                                                               \
+        return __real_##name arguments;                                                                      \
+    }
 #define DRAW(name, Paint, parameters, ...)                                                                   \
-    WRAP(name, (GpGraphics * graphics, Paint * paint, LIST parameters))                                      \
-    {                                                                                                        \
-        record(#name + 4, graphics, paint, flat(__VA_ARGS__));                                               \
-        return __real_##name(graphics, paint, __VA_ARGS__);                                                  \
-    }
+    AFTER(name, (GpGraphics * graphics, Paint * paint, LIST parameters), (graphics, paint, __VA_ARGS__),     \
+          record(#name + 4, graphics, paint, flat(__VA_ARGS__)))
+#define TURN(name, parameters, ...)                                                                          \
+    AFTER(name, (GpGraphics * graphics, LIST parameters), (graphics, __VA_ARGS__),                           \
+          record(#name + 4, graphics, nullptr, flat(__VA_ARGS__)))
 #define PATH(name, parameters, ...)                                                                          \
-    WRAP(name, (GpPath * path, LIST parameters))                                                             \
-    {                                                                                                        \
-        addToPath(path, flat(__VA_ARGS__));                                                                  \
-        return __real_##name(path, __VA_ARGS__);                                                             \
-    }
-#define FREE(name, Type)                                                                                     \
-    WRAP(name, (Type * object))                                                                              \
-    {                                                                                                        \
-        gone(object);                                                                                        \
-        return __real_##name(object);                                                                        \
-    }
+    AFTER(name, (GpPath * path, LIST parameters), (path, __VA_ARGS__), addToPath(path, flat(__VA_ARGS__)))
+#define FREE(name, Type) AFTER(name, (Type * object), (object), gone(object))
 #define PEN(name, Value, trait)                                                                              \
-    WRAP(name, (GpPen * pen, Value value))                                                                   \
+    AFTER(name, (GpPen * pen, Value value), (pen, value), traits[pen].trait = value)
+#define MAKE(name, parameters, arguments, object, ...)                                                       \
+    WRAP(name, parameters)                                                                                   \
     {                                                                                                        \
-        traits[pen].trait = value;                                                                           \
-        return __real_##name(pen, value);                                                                    \
+        const GpStatus status = __real_##name arguments;                                                     \
+        return made(status, *object, {__VA_ARGS__});                                                         \
     }
 
 // clang-format off
@@ -112,51 +115,21 @@ FREE(GdipDeletePath, GpPath)
 PEN(GdipSetPenStartCap, GpLineCap, startCap)
 PEN(GdipSetPenEndCap, GpLineCap, endCap)
 PEN(GdipSetPenLineJoin, GpLineJoin, join)
+FREE(GdipDeleteGraphics, GpGraphics)
+MAKE(GdipCreateFromHDC, (HDC dc, GpGraphics **graphics), (dc, graphics), graphics, .dc = dc)
+MAKE(GdipCreateSolidFill, (ARGB argb, GpSolidFill **brush), (argb, brush), brush, .argb = argb)
+MAKE(GdipCreatePen1, (ARGB argb, REAL width, GpUnit unit, GpPen **pen), (argb, width, unit, pen), pen, .argb = argb, .penWidth = width)
+MAKE(GdipCreatePath, (GpFillMode mode, GpPath **path), (mode, path), path)
+TURN(GdipTranslateWorldTransform, (REAL x, REAL y, GpMatrixOrder order), x, y, order)
+TURN(GdipRotateWorldTransform, (REAL angle, GpMatrixOrder order), angle, order)
 // clang-format on
 
-WRAP(GdipCreateFromHDC, (HDC dc, GpGraphics **graphics))
-{
-    const GpStatus status = __real_GdipCreateFromHDC(dc, graphics);
-    if (status == Ok) targets[*graphics] = dc;
-    return made(status, *graphics);
-}
-WRAP(GdipDeleteGraphics, (GpGraphics * graphics))
-{
-    gone(graphics);
-    targets.erase(graphics);
-    return __real_GdipDeleteGraphics(graphics);
-}
-WRAP(GdipCreateSolidFill, (ARGB argb, GpSolidFill **brush))
-{
-    const GpStatus status = __real_GdipCreateSolidFill(argb, brush);
-    return made(status, *brush, {.argb = argb});
-}
-WRAP(GdipCreatePen1, (ARGB argb, REAL width, GpUnit unit, GpPen **pen))
-{
-    const GpStatus status = __real_GdipCreatePen1(argb, width, unit, pen);
-    return made(status, *pen, {.argb = argb, .penWidth = width});
-}
 WRAP(GdipSetPenLineCap197819, (GpPen * pen, GpLineCap start, GpLineCap end, GpDashCap dash))
 {
     traits[pen].startCap = start;
     traits[pen].endCap = end;
     traits[pen].dashCap = dash;
     return __real_GdipSetPenLineCap197819(pen, start, end, dash);
-}
-WRAP(GdipCreatePath, (GpFillMode mode, GpPath **path))
-{
-    const GpStatus status = __real_GdipCreatePath(mode, path);
-    return made(status, *path);
-}
-WRAP(GdipTranslateWorldTransform, (GpGraphics * graphics, REAL x, REAL y, GpMatrixOrder order))
-{
-    record("TranslateWorldTransform", graphics, nullptr, flat(x, y, order));
-    return __real_GdipTranslateWorldTransform(graphics, x, y, order);
-}
-WRAP(GdipRotateWorldTransform, (GpGraphics * graphics, REAL angle, GpMatrixOrder order))
-{
-    record("RotateWorldTransform", graphics, nullptr, flat(angle, order));
-    return __real_GdipRotateWorldTransform(graphics, angle, order);
 }
 // numbers: the layout rectangle, the text's own inside it, the characters that fitted, and all of them.
 WRAP(GdipDrawString, (GpGraphics * graphics, const WCHAR *text, INT length, const GpFont *font,

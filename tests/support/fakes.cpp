@@ -61,19 +61,18 @@ static bool fails(const char *name)
     }                                                                                                        \
     decltype(&name) __wrap___imp_##name
 #define REAL(name) __real___imp_##name
+// One that is only recorded: its result, the answer, parameters, and what to tell of them.
+#define SAYS(name, Result, answer, parameters, ...)                                                          \
+    REPLACE_IMPORT(name) = [] parameters -> Result { return Result(said(answer, __VA_ARGS__)); }
 
 REPLACE_IMPORT(GetTickCount) = []() -> DWORD { return fakes.tick; };
 REPLACE_IMPORT(GetAsyncKeyState) = [](int key) -> SHORT {
     return fakes.keysDown.contains(key) ? SHORT(-32768) : 0;
 };
 REPLACE_IMPORT(GetSystemMetrics) = [](int index) -> int {
-    switch (index) {
-    case SM_XVIRTUALSCREEN: return fakes.screen.left;
-    case SM_YVIRTUALSCREEN: return fakes.screen.top;
-    case SM_CXVIRTUALSCREEN: return fakes.screen.width;
-    case SM_CYVIRTUALSCREEN: return fakes.screen.height;
-    }
-    return REAL(GetSystemMetrics)(index);
+    const auto &[left, top, width, height] = fakes.screen;
+    const std::map<int, int> screen = {{76, left}, {77, top}, {78, width}, {79, height}};
+    return screen.contains(index) ? screen.at(index) : REAL(GetSystemMetrics)(index);
 };
 REPLACE_IMPORT(GetCursorPos) = [](LPPOINT point) -> BOOL {
     *point = fakes.cursor;
@@ -172,48 +171,38 @@ REPLACE_IMPORT(SetWindowRgn) = [](HWND window, HRGN region, BOOL redraw) -> int 
     if (!said(isFake(window), "SetWindowRgn", window)) return REAL(SetWindowRgn)(window, region, redraw);
     return DeleteObject(region) || !region;  // the system owns what it is given
 };
-REPLACE_IMPORT(SetLayeredWindowAttributes) = [](HWND window, COLORREF, BYTE alpha, DWORD flags) -> BOOL {
-    return said(TRUE, "SetLayeredWindowAttributes", window, alpha, flags);
-};
-REPLACE_IMPORT(UpdateWindow) = [](HWND window) -> BOOL { return said(TRUE, "UpdateWindow", window); };
+SAYS(SetLayeredWindowAttributes, BOOL, TRUE, (HWND window, COLORREF, BYTE alpha, DWORD flags),
+     "SetLayeredWindowAttributes", window, alpha, flags);
+SAYS(UpdateWindow, BOOL, TRUE, (HWND window), "UpdateWindow", window);
 REPLACE_IMPORT(DefWindowProcW) = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
     if (!isFake(window)) return REAL(DefWindowProcW)(window, message, wParam, lParam);
     return said(77, "DefWindowProc", message);
 };
 
 REPLACE_IMPORT(GetForegroundWindow) = []() -> HWND { return fakes.foreground; };
-REPLACE_IMPORT(SetForegroundWindow) = [](HWND window) -> BOOL {
-    return said(TRUE, "SetForegroundWindow", window);
-};
-REPLACE_IMPORT(SetActiveWindow) = [](HWND window) -> HWND { return said(HWND(), "SetActiveWindow", window); };
-REPLACE_IMPORT(SetFocus) = [](HWND window) -> HWND { return said(HWND(), "SetFocus", window); };
-REPLACE_IMPORT(SetCapture) = [](HWND window) -> HWND { return said(HWND(), "SetCapture", window); };
-REPLACE_IMPORT(ReleaseCapture) = []() -> BOOL { return said(TRUE, "ReleaseCapture"); };
+SAYS(SetForegroundWindow, BOOL, TRUE, (HWND window), "SetForegroundWindow", window);
+SAYS(SetActiveWindow, HWND, HWND(), (HWND window), "SetActiveWindow", window);
+SAYS(SetFocus, HWND, HWND(), (HWND window), "SetFocus", window);
+SAYS(SetCapture, HWND, HWND(), (HWND window), "SetCapture", window);
+SAYS(ReleaseCapture, BOOL, TRUE, (), "ReleaseCapture");
 REPLACE_IMPORT(ClipCursor) = [](const RECT *clip) -> BOOL {
     if (!clip) return said(TRUE, "ClipCursor free");
     const std::string corners = std::to_string(clip->left) + "," + std::to_string(clip->top) + "," +
                                 std::to_string(clip->right) + "," + std::to_string(clip->bottom);
     return said(TRUE, "ClipCursor", corners.c_str());
 };
-REPLACE_IMPORT(RegisterTouchWindow) = [](HWND window, ULONG) -> BOOL {
-    return said(TRUE, "RegisterTouchWindow", window);
-};
+SAYS(RegisterTouchWindow, BOOL, TRUE, (HWND window, ULONG), "RegisterTouchWindow", window);
 REPLACE_IMPORT(GetTouchInputInfo) = [](HTOUCHINPUT, UINT count, PTOUCHINPUT touches, int size) -> BOOL {
     if (size != 48 || fakes.touches.size() != count) return FALSE;
     std::copy(fakes.touches.begin(), fakes.touches.end(), touches);
     return TRUE;
 };
-REPLACE_IMPORT(CloseTouchInputHandle) = [](HTOUCHINPUT) -> BOOL {
-    return said(TRUE, "CloseTouchInputHandle");
-};
+SAYS(CloseTouchInputHandle, BOOL, TRUE, (HTOUCHINPUT), "CloseTouchInputHandle");
 
-REPLACE_IMPORT(SetWindowsHookExW) = [](int kind, HOOKPROC, HINSTANCE, DWORD thread) -> HHOOK {
-    return said(fails("SetWindowsHookExW") ? nullptr : HHOOK(0x400), "SetWindowsHook", kind, thread);
-};
-REPLACE_IMPORT(UnhookWindowsHookEx) = [](HHOOK) -> BOOL { return said(TRUE, "Unhook"); };
-REPLACE_IMPORT(CallNextHookEx) = [](HHOOK, int, WPARAM, LPARAM) -> LRESULT {
-    return said(0, "CallNextHook");
-};
+SAYS(SetWindowsHookExW, HHOOK, fails("SetWindowsHookExW") ? nullptr : HHOOK(0x400),
+     (int kind, HOOKPROC, HINSTANCE, DWORD thread), "SetWindowsHook", kind, thread);
+SAYS(UnhookWindowsHookEx, BOOL, TRUE, (HHOOK), "Unhook");
+SAYS(CallNextHookEx, LRESULT, 0, (HHOOK, int, WPARAM, LPARAM), "CallNextHook");
 REPLACE_IMPORT(SystemParametersInfoW) = [](UINT action, UINT, PVOID value, UINT profile) -> BOOL {
     DWORD &flags = static_cast<DWORD *>(value)[1];  // behind the size in all three records
     const bool sets =
@@ -222,13 +211,11 @@ REPLACE_IMPORT(SystemParametersInfoW) = [](UINT action, UINT, PVOID value, UINT 
     flags = 0xFF;
     return !fails("SystemParametersInfoW");
 };
-REPLACE_IMPORT(SetThreadExecutionState) = [](EXECUTION_STATE state) -> EXECUTION_STATE {
-    return said(EXECUTION_STATE(), "SetThreadExecutionState", state);
-};
-REPLACE_IMPORT(PostMessageW) = [](HWND window, UINT message, WPARAM wParam, LPARAM) -> BOOL {
-    return said(fakes.postResult, "PostMessage", window, message, wParam);
-};
-REPLACE_IMPORT(PostQuitMessage) = [](int code) { said(0, "PostQuitMessage", code); };
+SAYS(SetThreadExecutionState, EXECUTION_STATE, EXECUTION_STATE(), (EXECUTION_STATE state),
+     "SetThreadExecutionState", state);
+SAYS(PostMessageW, BOOL, fakes.postResult, (HWND window, UINT message, WPARAM wParam, LPARAM), "PostMessage",
+     window, message, wParam);
+SAYS(PostQuitMessage, void, 0, (int code), "PostQuitMessage", code);
 REPLACE_IMPORT(GetMessageW) = [](LPMSG message, HWND, UINT, UINT) -> BOOL {
     if (fakes.messages.empty()) return FALSE;
     *message = fakes.messages.front();
@@ -239,8 +226,8 @@ REPLACE_IMPORT(CreateMutexW) = [](LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR) -> HANDL
     SetLastError(fakes.lastError);
     return said(HANDLE(0x444), "CreateMutex");
 };
-REPLACE_IMPORT(CoInitializeEx) = [](LPVOID, DWORD) -> HRESULT { return said(S_OK, "CoInitialize"); };
-REPLACE_IMPORT(CoUninitialize) = []() { said(0, "CoUninitialize"); };
+SAYS(CoInitializeEx, HRESULT, S_OK, (LPVOID, DWORD), "CoInitialize");
+SAYS(CoUninitialize, void, 0, (), "CoUninitialize");
 
 REPLACE_IMPORT(GetModuleFileNameW) = [](HMODULE module, LPWSTR text, DWORD size) -> DWORD {
     if (fakes.programFile.empty()) return REAL(GetModuleFileNameW)(module, text, size);
@@ -255,20 +242,12 @@ REPLACE_IMPORT(CoCreateInstance) = [](REFCLSID id, LPUNKNOWN, DWORD, REFIID, voi
     said(0, "CoCreateInstance");
     return fakes.makeObject ? fakes.makeObject(id, object) : REGDB_E_CLASSNOTREG;
 };
-REPLACE_IMPORT(OpenClipboard) = [](HWND window) -> BOOL {
-    return said(!fails("OpenClipboard"), "OpenClipboard", window);
-};
-REPLACE_IMPORT(EmptyClipboard) = []() -> BOOL { return said(TRUE, "EmptyClipboard"); };
-REPLACE_IMPORT(SetClipboardData) = [](UINT format, HANDLE data) -> HANDLE {
-    return said(data, "SetClipboardData", format);
-};
-REPLACE_IMPORT(CloseClipboard) = []() -> BOOL { return said(TRUE, "CloseClipboard"); };
-REPLACE_IMPORT(EnableWindow) = [](HWND window, BOOL enable) -> BOOL {
-    return said(FALSE, "EnableWindow", window, enable);
-};
-REPLACE_IMPORT(AllowSetForegroundWindow) = [](DWORD process) -> BOOL {
-    return said(TRUE, "AllowSetForegroundWindow", int(process));
-};
+SAYS(OpenClipboard, BOOL, !fails("OpenClipboard"), (HWND window), "OpenClipboard", window);
+SAYS(EmptyClipboard, BOOL, TRUE, (), "EmptyClipboard");
+SAYS(SetClipboardData, HANDLE, data, (UINT format, HANDLE data), "SetClipboardData", format);
+SAYS(CloseClipboard, BOOL, TRUE, (), "CloseClipboard");
+SAYS(EnableWindow, BOOL, FALSE, (HWND window, BOOL enable), "EnableWindow", window, enable);
+SAYS(AllowSetForegroundWindow, BOOL, TRUE, (DWORD process), "AllowSetForegroundWindow", int(process));
 
 REPLACE_IMPORT(PlaySoundW) = [](LPCWSTR bytes, HMODULE, DWORD flags) -> BOOL {
     recorded.sounds.push_back({bytes, flags});
@@ -277,36 +256,30 @@ REPLACE_IMPORT(PlaySoundW) = [](LPCWSTR bytes, HMODULE, DWORD flags) -> BOOL {
 
 // Declared without dllimport, so called by its name.
 #define WRAP(name, result, parameters)                                                                       \
+    extern "C" result __real_##name parameters;                                                              \
     extern "C" result __wrap_##name parameters;                                                              \
     extern "C" result __wrap_##name parameters
 WRAP(ImmAssociateContext, HIMC WINAPI, (HWND window, HIMC))
 {
     return said(HIMC(), "ImmAssociateContext", window);
 }
-
-extern "C" HRESULT WINAPI __real_SHGetKnownFolderPath(REFKNOWNFOLDERID, DWORD, HANDLE, PWSTR *);
 WRAP(SHGetKnownFolderPath, HRESULT WINAPI, (REFKNOWNFOLDERID id, DWORD flags, HANDLE token, PWSTR *path))
 {
     if (fails("SHGetKnownFolderPath")) return E_FAIL;
     if (fakes.folder.empty()) return __real_SHGetKnownFolderPath(id, flags, token, path);
-    const std::wstring folder = fakes.folder.wstring();
-    *path = static_cast<PWSTR>(CoTaskMemAlloc((folder.size() + 1) * sizeof(wchar_t)));
-    folder.copy(*path, folder.size());
-    (*path)[folder.size()] = 0;
+    const size_t bytes = (fakes.folder.native().size() + 1) * sizeof(wchar_t);
+    *path = static_cast<PWSTR>(memcpy(CoTaskMemAlloc(bytes), fakes.folder.c_str(), bytes));
     return S_OK;
 }
 
 using WallTime = std::chrono::system_clock::time_point;
-extern "C" WallTime __real__ZNSt6chrono3_V212system_clock3nowEv();
-extern "C" WallTime __wrap__ZNSt6chrono3_V212system_clock3nowEv();
-extern "C" WallTime __wrap__ZNSt6chrono3_V212system_clock3nowEv()
+using SteadyTime = std::chrono::steady_clock::time_point;
+WRAP(_ZNSt6chrono3_V212system_clock3nowEv, WallTime, ())
 {
     return fakes.wallSeconds ? WallTime(std::chrono::seconds(fakes.wallSeconds))
                              : __real__ZNSt6chrono3_V212system_clock3nowEv();
 }
-
-extern "C" std::chrono::steady_clock::time_point __wrap__ZNSt6chrono3_V212steady_clock3nowEv();
-extern "C" std::chrono::steady_clock::time_point __wrap__ZNSt6chrono3_V212steady_clock3nowEv()
+WRAP(_ZNSt6chrono3_V212steady_clock3nowEv, SteadyTime, ())
 {
-    return std::chrono::steady_clock::time_point(std::chrono::nanoseconds(fakes.steady));
+    return SteadyTime(std::chrono::nanoseconds(fakes.steady));
 }

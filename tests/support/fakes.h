@@ -114,8 +114,7 @@ class Desk {
     Desk(const Desk &) = delete;
     Desk &operator=(const Desk &) = delete;
 
-    MarkColor pixel(int x, int y) const;   // at a virtual-screen point; CLR_INVALID off all canvases
-    void save(const wchar_t *path) const;  // all canvases as one PNG
+    MarkColor pixel(int x, int y) const;  // at a virtual-screen point; CLR_INVALID off all canvases
 };
 
 // Two monitors: the second lies to the left of the first and lower, at negative x.
