@@ -48,4 +48,8 @@ soon 3 in_front || fail "another window is in front"
 ! gone "$program" || fail "a chord ended the program"
 ! grep modifiers "$work/claimed" || fail "chords came through to the other shell"
 echo "$(wc -l <"$work/chords") chords led nowhere"
+
+# What puts itself over the program is covered again at its next look.
+x86_64-w64-mingw32-g++-posix -static -o "$work/intruder.exe" "$top/tests/e2e/intruder.cpp"
+wine "$work/intruder.exe" </dev/null 2>/dev/null || fail "a window stayed over the program"
 leave
