@@ -130,10 +130,12 @@ TEST(Runs, EndByTheirCountWithTheirPausesBetween)
          {std::tuple(1, 2077555193u, 2265567027u), {2, 311842405u, 0u}, {3, 1395254596u, 786444461u}}) {
         const auto timer = std::pair(fakeWindow(0), UINT_PTR(3));
         const auto begin = [&, action = action](uint32_t) {
+            penLastValid = true;
             penPath = {{1, 2}, {3, 4}};
             startAction(action);
             stopWipe();
             EXPECT_TRUE(lastSoundTick == fakes.tick && penPath.empty() == (action == 3));
+            EXPECT_EQ(penLastValid, action != 3);
             const int pause = int(recorded.timers[timer]);
             return Told{autoStepsLeft, pause,     autoFlurryLeft, scatterShape,    wipeStyle,
                         revealWipe,    wipeScale, wipeCorner,     backgroundColor, revealColor};
