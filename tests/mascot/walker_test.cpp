@@ -79,7 +79,7 @@ TEST(Walk, BowsOnceThroughAllStagesAndWalksOn)
 
 TEST(Walk, LeavesNoTrailOnAnyMonitor)
 {
-    for (const int kind : {0, 3}) {  // with a bow, to the left
+    for (const int kind : {0, 1, 2, 3}) {  // with a bow, to the left
         const Walk walk(twoMonitors);
         Screens screens;
         for (; !walkerActive || (walkerDir < 0) != (kind >= 2); mascotWalkTick())
