@@ -1,5 +1,5 @@
-// The auto-drawing on known streams. The numbers stand for what is drawn there, call by call; they were taken
-// while every form was also checked against its description: its draws, size, spacing and ends.
+// The auto-drawing on known streams. The numbers stand for what is drawn there, call by call; they were
+// recorded from code whose draws, sizes, spacing and ends longer tests had passed.
 #include <gtest/gtest.h>
 
 #include "autodraw/motifs.h"
