@@ -30,6 +30,7 @@ TEST(HintFonts, LieInTheSharedFolderOrElseBesideTheProgram)
                 {{"Fonts/f.ttf"}, ""},
                 {{"Zubworks.exe", "Fonts/f.ttf", "toy/Fonts/f.ttf"}, "Fonts/f.ttf"},
                 {{"Zubworks.exe", "Fonts/", "toy/Fonts/f.ttf"}, ""},
+                {{"Zubworks.exe", "Fonts", "toy/Fonts/f.ttf"}, "toy/Fonts/f.ttf"},
                 {{"Zubworks.exe/", "toy/Fonts/f.ttf/"}, "toy/Fonts/f.ttf"},
                 {{"Zubworks.exe", "toy/Zubworks.exe", "Fonts/f.ttf", "toy/Fonts/f.ttf"}, "toy/Fonts/f.ttf"}};
     for (const Row &row : rows) {
@@ -60,10 +61,11 @@ TEST(HintFonts, AreTriedOnceAndEachFallsBackAlone)
     fs::copy_file("Z:/usr/share/wine/fonts/tahoma.ttf", fonts / "MPLUSRounded1c-Regular.ttf");
     EXPECT_EQ(loadPrivateFamily(regularFontHolder, L"MPLUSRounded1c-Regular.ttf"), nullptr);
     EXPECT_TRUE(regularFontHolder.tried && regularFontHolder.bytes.empty() && !regularFontHolder.collection);
-    HintFamily broken;
-    for (HintFamily *family : {&blackFontHolder.family, &broken})
-        EXPECT_EQ(headingStyle(family), 0);
+    EXPECT_EQ(headingStyle(nullptr), 0);
+    EXPECT_EQ(headingStyle(&blackFontHolder.family), 0);
     EXPECT_EQ(headingStyle(systemFamily(true)), 1);
+    HintFamily broken;
+    EXPECT_EQ(headingStyle(&broken), 0);
     hintHeadingFamily = systemFamily(true);
     hintHeadingFamily->lastStatus = broken.lastStatus;
     EXPECT_EQ(usableHeadingFamily(), nullptr);  // a failed question spoils one showing

@@ -32,7 +32,7 @@ TEST(HintPanel, CutsNoTextInAnyLanguageAtAnyWidth)
     GdipCreateFromHDC(surfaces[0].canvasDC, &graphics);
     for (const wchar_t *language : {L"ja", L"en", L"zh", L"fr", L"it", L"de", L"es"}) {
         chooseLanguage(language);
-        for (const int width : {1920, 800}) {
+        for (const int width : {1920, 1280, 800}) {
             recorded.draws.clear();
             measureHintPanel(graphics, width, 1080, hintPanelRect);
             drawHintPanel(graphics);
@@ -56,8 +56,12 @@ TEST(HintPanel, StandsTopCentreForTenSecondsAndTakesNothing)
 {
     Desk desk(oneMonitor);
     Owner owner;
-    for (const auto &[width, height, cardWidth] :
-         {std::tuple(63, 600, 0), {800, 63, 0}, {64, 64, 24}, {959, 600, 919}, {1921, 600, 920}}) {
+    for (const auto &[width, height, cardWidth] : {std::tuple(63, 600, 0),
+                                                   {800, 63, 0},
+                                                   {64, 64, 24},
+                                                   {959, 600, 919},
+                                                   {960, 600, 920},
+                                                   {1921, 600, 920}}) {
         recorded = {};
         showHintPanel(owner.window, width, height);
         EXPECT_EQ(hintVisible, cardWidth > 0);
@@ -135,8 +139,13 @@ TEST(HintCount, IsNothingUnlessTheFileBeginsWithANumber)
     const fs::path file = dataDirectory() / "exit_hint_launches.txt";
     EXPECT_EQ(readHintCount(), 0);
     writeHintCount(1);  // makes the folders
-    for (const auto &[content, count] :
-         {std::pair("2\r\n", 2), {" 99 bottles", 99}, {"abc", 0}, {"-5", 0}, {"99999999999999", 0}}) {
+    for (const auto &[content, count] : {std::pair("2\r\n", 2),
+                                         {"3", 3},
+                                         {" 99 bottles", 99},
+                                         {"abc", 0},
+                                         {"-5", 0},
+                                         {"99999999999999", 0},
+                                         {"", 0}}) {
         std::ofstream(file, std::ios::binary) << content;
         EXPECT_EQ(readHintCount(), count) << content;
     }
