@@ -1,6 +1,9 @@
 # Sourced by ./play, ./check and ./package: sees to it that the tools they need are there, and builds. A thing
 # counts as there when its command or file is, whoever put it there; only what is missing is installed.
 
+# Without such a locale Wine has no name for a file with a Japanese or an accented letter in it.
+[ "$(locale charmap)" = UTF-8 ] || export LC_ALL=C.UTF-8
+
 # command or file that proves it            Debian package
 package_table() {
     case $1 in
@@ -34,6 +37,7 @@ python3                                     python3
 clang-format                                clang-format
 Xvnc                                        tigervnc-standalone-server
 xrandr                                      x11-xserver-utils
+xwininfo                                    x11-utils
 xclip                                       xclip
 pulseaudio                                  pulseaudio
 pactl                                       pulseaudio-utils

@@ -34,9 +34,10 @@ void appendSpaced(std::vector<POINT> &polyline, POINT point, int spacing)
 
 void appendBezier(std::vector<POINT> &polyline, POINT p0, POINT p1, POINT p2, POINT p3)
 {
+    const VirtualScreen screen = virtualScreen();
     for (int i = 1; i <= 28; ++i) {
         POINT point = curvePoint(p0, p1, p2, p3, float(i) / 28.0f);
-        clampToVirtualScreen(point);
+        clampTo(screen, point);
         appendSpaced(polyline, point, 10);
     }
 }
@@ -49,10 +50,11 @@ static POINT roundedOffset(POINT centre, float dx, float dy)
 void appendArc(POINT centre, int radius, float startAngle, float sweep, int segments, int spacing)
 {
     std::vector<POINT> &arc = outlineQueue.emplace_back();
+    const VirtualScreen screen = virtualScreen();
     for (int i = 0; i <= segments; ++i) {
         const float angle = startAngle + float(i) / float(segments) * sweep;
         POINT point = roundedOffset(centre, cosf(angle) * float(radius), sinf(angle) * float(radius));
-        clampToVirtualScreen(point);
+        clampTo(screen, point);
         appendSpaced(arc, point, spacing);
     }
 }
@@ -84,8 +86,9 @@ static POINT onCircle(POINT centre, float angle, float radius)
 
 static void clampAll(std::vector<POINT> &points)
 {
+    const VirtualScreen screen = virtualScreen();
     for (POINT &point : points)
-        clampToVirtualScreen(point);
+        clampTo(screen, point);
 }
 
 // Samples once round a circle; the last one lies on the first.

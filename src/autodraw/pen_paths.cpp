@@ -207,7 +207,7 @@ static void bouncePenPath()
 {
     const VirtualScreen screen = virtualScreen();
     if (screen.width <= 0 || screen.height <= 0) return;
-    clampToVirtualScreen(penPath.front());
+    clampTo(screen, penPath.front());
     for (size_t i = 1; i < penPath.size(); ++i) {
         POINT &point = penPath[i];
         point.x = folded(point.x, screen.left, screen.left + screen.width - 1);

@@ -42,8 +42,8 @@ void penKey(uint32_t key)
         break;
     default: return;
     }
-    clampToVirtualScreen(next);
-    clampToVirtualScreen(wrapped);
+    clampTo(screen, next);
+    clampTo(screen, wrapped);
     const bool moves = !isSame(next, from);
     if (!moves && isSame(wrapped, from)) return;  // a desktop too small for any step
 

@@ -61,8 +61,12 @@ void keepInside(POINT &point, int margin)
 
 void clampToVirtualScreen(POINT &point)
 {
+    clampTo(virtualScreen(), point);
+}
+
+void clampTo(const VirtualScreen &screen, POINT &point)
+{
     // Not std::clamp: a screen without size would hand it crossed bounds.
-    const VirtualScreen screen = virtualScreen();
     point.x = std::max<LONG>(std::min<LONG>(point.x, screen.left + screen.width - 1), screen.left);
     point.y = std::max<LONG>(std::min<LONG>(point.y, screen.top + screen.height - 1), screen.top);
 }

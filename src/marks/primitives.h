@@ -20,6 +20,9 @@ void keepInside(const MonitorSurface &surface, POINT &point, int margin);
 
 void clampToVirtualScreen(POINT &point);
 
+// The same with the screen at hand: the system takes its time to tell it, so who moves many points asks once.
+void clampTo(const VirtualScreen &screen, POINT &point);
+
 // The middle of a rectangle, truncated; rectangles may lie at negative coordinates.
 POINT middleOf(const RECT &rect);
 
