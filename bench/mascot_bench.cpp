@@ -2,10 +2,11 @@
 // pixels, and what the drawing costs beside the bare AlphaBlend calls of the same sparks.
 #include <cstdio>
 
+#include "desk.h"
+#include "figures.h"
 #include "mascot/show.h"
 #include "mascot/sprites.h"
 #include "shell/painting.h"
-#include "shell/surfaces.h"
 
 static const int width = 1920;
 static const int height = 1080;
@@ -78,12 +79,7 @@ static double measure(auto work)
 
 extern "C" int wmain(int, wchar_t **)
 {
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    GdiplusStartup(&token, &input, nullptr);
-    RECT monitor = {0, 0, width, height};
-    createSurface(nullptr, nullptr, &monitor, 0);
-    newBackground(true);
+    openDesk(width, height);
     buildSprites();
     const MonitorSurface &surface = surfaces.front();
     windowDC = CreateCompatibleDC(nullptr);
@@ -108,5 +104,8 @@ extern "C" int wmain(int, wchar_t **)
     std::printf("WM_PAINT with them            %6.2f ms\n", painted);
     std::printf("showTick                     %6.2f ms\n", ticked);
     std::printf("tick and paint                %6.2f ms of 16\n", ticked + painted);
+    tellCost("A fireworks tick and its paint, 520 sparks at 1920x1080; floor: their AlphaBlend calls",
+             ticked + painted, bare, "16 ms");
+    tellCost("Drawing those sparks over their AlphaBlend calls", drawn, bare, "1.2 times the floor");
     return 0;
 }

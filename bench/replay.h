@@ -2,7 +2,6 @@
 // The GDI and GDI+ calls that drawing makes, kept so that they can be made once more without the program:
 // the time of the program over the time of its bare calls tells what the program itself costs. The
 // functions are replaced at link time by being defined here, so include this once.
-#include <chrono>
 #include <functional>
 #include <map>
 #include <vector>
@@ -111,11 +110,4 @@ static int WINAPI recordFillRect(HDC dc, const RECT *rect, HBRUSH brush)
 }
 extern "C" {
 int(WINAPI *__imp_FillRect)(HDC, const RECT *, HBRUSH) = recordFillRect;
-}
-
-inline double millisecondsOf(auto work)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
