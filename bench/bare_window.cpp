@@ -1,9 +1,41 @@
-// The floor of what a start can take: a Win32 program with one window over the whole screen and nothing else.
+// The floor of what a program can take under Wine: a Win32 program with one window over the whole screen. It
+// answers the release of a key or button by filling itself at once and a drag by a small square at the
+// pointer.
 #include "shell/windows_api.h"
+
+static void fill(HWND window, const RECT &part)
+{
+    static COLORREF color = 0;
+    color = ~color & 0xFFFFFF;
+    HDC dc = GetDC(window);
+    HBRUSH brush = CreateSolidBrush(color);
+    FillRect(dc, &part, brush);
+    DeleteObject(brush);
+    ReleaseDC(window, dc);
+}
+
+static void fillWhole(HWND window)
+{
+    RECT client = {};
+    GetClientRect(window, &client);
+    fill(window, client);
+}
+
+static void fillAt(HWND window, int x, int y)
+{
+    fill(window, {x - 10, y - 10, x + 10, y + 10});
+}
 
 static LRESULT CALLBACK bareProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == WM_DESTROY) PostQuitMessage(0);
+    switch (message) {
+    case WM_KEYUP:
+    case WM_LBUTTONUP: fillWhole(window); break;
+    case WM_MOUSEMOVE:
+        if (wParam & MK_LBUTTON) fillAt(window, short(LOWORD(lParam)), short(HIWORD(lParam)));
+        break;
+    case WM_DESTROY: PostQuitMessage(0); break;
+    }
     return DefWindowProcW(window, message, wParam, lParam);
 }
 

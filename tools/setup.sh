@@ -44,6 +44,11 @@ pactl                                       pulseaudio-utils
 /usr/lib/python3/dist-packages/numpy        python3-numpy
 T
     ;;
+    bench) cat <<'T'
+/usr/lib/x86_64-linux-gnu/libXdamage.so.1   libxdamage1
+/usr/lib/x86_64-linux-gnu/libXtst.so.6      libxtst6
+T
+    ;;
     analyse) cat <<'T'
 clang-tidy                                  clang-tidy
 cppcheck                                    cppcheck
