@@ -1,62 +1,52 @@
 #include "hint/fonts.h"
 
 #include <array>
-#include <fstream>
+#include <cstdio>
 
-namespace fs = std::filesystem;
+#include "settings/files.h"
 
-static bool pathExists(const fs::path &path)
-{
-    std::error_code ignored;
-    return fs::exists(fs::status(path, ignored));
-}
-
-static fs::path programFolder()
-{
-    wchar_t path[MAX_PATH] = {};
-    const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
-    if (length == 0 || length >= MAX_PATH) return {};
-    return fs::path(path).parent_path();
-}
-
-fs::path familyRoot(const fs::path &programFolder)
+std::wstring familyRoot(const std::wstring &programFolder)
 {
     if (programFolder.empty()) return {};
-    if (pathExists(programFolder / L"Zubworks.exe")) return programFolder;
-    fs::path parent = programFolder.parent_path();
-    if (!parent.empty() && pathExists(parent / L"Zubworks.exe")) return parent;
+    if (pathExists(inFolder(programFolder, L"Zubworks.exe"))) return programFolder;
+    const std::wstring parent = parentFolder(programFolder);
+    if (!parent.empty() && pathExists(inFolder(parent, L"Zubworks.exe"))) return parent;
     return {};
 }
 
-fs::path fontsFolder(const fs::path &folder)
+std::wstring fontsFolder(const std::wstring &folder)
 {
     if (folder.empty()) return {};
-    std::error_code ignored;
-    const fs::path fonts = folder / L"Fonts";
-    return fs::is_directory(fs::status(fonts, ignored)) ? fonts : fs::path();
+    const std::wstring fonts = inFolder(folder, L"Fonts");
+    return isFolder(fonts) ? fonts : std::wstring();
 }
 
 std::wstring resolveFontPath(const std::wstring &fileName)
 {
-    const fs::path program = programFolder();
-    fs::path folder = fontsFolder(familyRoot(program));
+    const std::wstring program = programFolder();
+    std::wstring folder = fontsFolder(familyRoot(program));
     if (folder.empty()) folder = fontsFolder(program);
     if (folder.empty()) return {};
-    const fs::path file = folder / fileName;
-    return pathExists(file) ? file.wstring() : std::wstring();
+    const std::wstring file = inFolder(folder, fileName);
+    return pathExists(file) ? file : std::wstring();
 }
 
-constexpr std::streamoff maxFontBytes = 64 << 20;  // no typeface: nothing to fill the memory with
+constexpr long maxFontBytes = 64 << 20;  // no typeface: nothing to fill the memory with
 
-static bool readWholeFile(const fs::path &path, std::vector<uint8_t> &bytes)
+static bool readWholeFile(const std::wstring &path, std::vector<uint8_t> &bytes)
 {
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    FILE *file = _wfopen(path.c_str(), L"rb");
     if (!file) return false;
-    const std::streamoff size = file.tellg();
-    if (size < 1 || size > maxFontBytes) return false;
-    file.seekg(0);
-    bytes.resize(size_t(size));
-    return bool(file.read(reinterpret_cast<char *>(bytes.data()), size));
+    std::fseek(file, 0, SEEK_END);
+    const long size = std::ftell(file);
+    bool whole = size >= 1 && size <= maxFontBytes;
+    if (whole) {
+        std::rewind(file);
+        bytes.resize(size_t(size));
+        whole = std::fread(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    }
+    std::fclose(file);
+    return whole;
 }
 
 // The first family of a collection made from the holder's bytes; false if any step fails.

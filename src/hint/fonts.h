@@ -2,7 +2,6 @@
 // The rounded typeface of the exit hint: private font files beside the program, which need no
 // installation, else a list of installed families. Every failure leads to the next candidate.
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -37,10 +36,10 @@ inline HintFamily *hintTextFamily = nullptr;
 std::wstring resolveFontPath(const std::wstring &fileName);
 
 // Where the family's launcher lies: the program's folder or its parent. Empty if neither.
-std::filesystem::path familyRoot(const std::filesystem::path &programFolder);
+std::wstring familyRoot(const std::wstring &programFolder);
 
 // The subfolder "Fonts"; empty if it is not a directory.
-std::filesystem::path fontsFolder(const std::filesystem::path &folder);
+std::wstring fontsFolder(const std::wstring &folder);
 
 // The family of a private font file; null if it cannot be had.
 HintFamily *loadPrivateFamily(PrivateFontHolder &holder, const std::wstring &fileName);

@@ -3,28 +3,42 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
-#include <fstream>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
 #include "hint/fonts.h"
 #include "hint/idle.h"
 #include "marks/gdi_plus.h"
+#include "settings/files.h"
 #include "settings/folders.h"
 #include "settings/language.h"
 
+static FILE *openHintCount(const wchar_t *mode)
+{
+    return _wfopen(inFolder(dataDirectory(), L"exit_hint_launches.txt").c_str(), mode);
+}
+
 int readHintCount()
 {
-    std::ifstream file(dataDirectory() / L"exit_hint_launches.txt");
-    int count = 0;
-    return file >> count ? std::max(count, 0) : 0;
+    FILE *file = openHintCount(L"r");
+    if (!file) return 0;
+    char word[24] = {};
+    const bool found = std::fscanf(file, "%23s", word) == 1;
+    std::fclose(file);
+    const long long count = found ? std::strtoll(word, nullptr, 10) : 0;
+    return count > 0 && count <= INT_MAX ? int(count) : 0;
 }
 
 void writeHintCount(int count)
 {
     ensureDataDirectories();
-    std::ofstream file(dataDirectory() / L"exit_hint_launches.txt");
-    file << count << '\n';
+    FILE *file = openHintCount(L"w");
+    if (!file) return;
+    std::fprintf(file, "%d\n", count);
+    std::fclose(file);
 }
 
 struct HintFonts {
@@ -323,7 +337,7 @@ bool hintPanelClick(int x, int y)
 
 static void optOut()
 {
-    const std::wstring settings = (dataDirectory() / L"config.ini").wstring();
+    const std::wstring settings = inFolder(dataDirectory(), L"config.ini");
     WritePrivateProfileStringW(L"Zubbly", L"ShowExitHint", L"0", settings.c_str());
     exitHintEnabled = false;
     if (idleHintWindow) KillTimer(idleHintWindow, 11);

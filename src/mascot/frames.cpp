@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "mascot/pixels.h"
+#include "settings/files.h"
 
 // Poses that stand in for a missing one, the likeliest first.
 static constexpr const wchar_t *fallbackNames[] = {L"start", L"clean",  L"pick", L"bubble", L"spot",
@@ -187,10 +188,9 @@ static OwnedBitmap copyOf(GpImage *image)
     return drawn == Ok ? std::move(copy) : nullptr;
 }
 
-std::unique_ptr<ImageFrame> loadFrameFile(const std::filesystem::path &path)
+std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path)
 {
-    std::error_code failed;
-    if (path.empty() || !std::filesystem::exists(path, failed)) return nullptr;
+    if (path.empty() || !pathExists(path)) return nullptr;
     GpImage *image = nullptr;
     if (GdipLoadImageFromFile(path.c_str(), &image) != Ok) {
         GdipDisposeImage(image);
@@ -210,15 +210,14 @@ std::unique_ptr<ImageFrame> loadFrameFile(const std::filesystem::path &path)
     return cleaned;
 }
 
-static void fillSlot(ImageFrame *&slot, const std::filesystem::path &folder,
-                     std::span<const wchar_t *const> names)
+static void fillSlot(ImageFrame *&slot, const std::wstring &folder, std::span<const wchar_t *const> names)
 {
     for (const wchar_t *name : names) {
-        if (!slot) slot = loadFrameFile(folder / (std::wstring(name) + L".png")).release();
+        if (!slot) slot = loadFrameFile(inFolder(folder, std::wstring(name) + L".png")).release();
     }
 }
 
-void loadMascotFrames(const std::filesystem::path &folder)
+void loadMascotFrames(const std::wstring &folder)
 {
     unloadMascotFrames();
     if (folder.empty()) return;

@@ -1,7 +1,7 @@
 #pragma once
 // The mascot's pictures: optional PNG files beside the program, cleaned when they load.
-#include <filesystem>
 #include <memory>
+#include <string>
 
 #include "marks/gdi_plus.h"
 
@@ -28,11 +28,11 @@ struct FrameRect {
 };
 
 // Drops the old frames and fills the four slots from the folder; a missing file leaves its slot empty.
-void loadMascotFrames(const std::filesystem::path &folder);
+void loadMascotFrames(const std::wstring &folder);
 void unloadMascotFrames();
 
 // Loads and cleans one file; null if it does not exist or cannot be read.
-std::unique_ptr<ImageFrame> loadFrameFile(const std::filesystem::path &path);
+std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path);
 
 // Where a frame stands whose bottom centre is (x, y), height pixels high (40 at least), moved by bob.
 struct FrameRect frameRect(const ImageFrame *frame, float x, float y, float height, float bob);

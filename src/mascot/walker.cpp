@@ -1,22 +1,20 @@
 #include "mascot/walker.h"
 
 #include <cmath>
-#include <filesystem>
-#include <string_view>
+#include <string>
 
 #include "marks/primitives.h"
 #include "mascot/frames.h"
 #include "mascot/show.h"
 #include "mascot/sprites.h"
 #include "menu/menu.h"
+#include "settings/files.h"
 #include "sound/playback.h"
 
-static std::filesystem::path penguinFolder()
+static std::wstring penguinFolder()
 {
-    wchar_t file[260] = {};
-    const DWORD length = GetModuleFileNameW(nullptr, file, 260);
-    if (length == 0) return {};
-    return std::filesystem::path(std::wstring_view(file, length)).parent_path() / L"assets" / L"penguin";
+    const std::wstring program = programFolder();
+    return program.empty() ? program : inFolder(program, L"assets\\penguin");
 }
 
 static void fillPenguinHost()

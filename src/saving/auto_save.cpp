@@ -3,16 +3,14 @@
 #include <algorithm>
 #include <chrono>
 #include <cwchar>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "autodraw/sequencer.h"
 #include "clearing/wipes.h"
+#include "settings/files.h"
 #include "settings/folders.h"
 #include "shell/surfaces.h"
-
-namespace fs = std::filesystem;
 
 static void copyCanvases(HDC target, const VirtualScreen &screen)
 {
@@ -91,19 +89,14 @@ static std::wstring pictureName()
 
 // Every regular file counts, whatever its name: one that somebody put there and that sorts before "auto-"
 // goes first, on purpose.
-static void keepLastTen(const fs::path &folder)
+static void keepLastTen(const std::wstring &folder)
 {
-    std::vector<fs::path> files;
-    std::error_code error;
-    for (fs::directory_iterator it(folder, error), end; it != end; it.increment(error)) {
-        std::error_code statusError;
-        if (it->is_regular_file(statusError)) files.push_back(it->path());
-    }
+    std::vector<std::wstring> files = filesIn(folder);
     if (files.size() <= 10) return;
     std::sort(files.begin(), files.end());
     files.resize(files.size() - 10);
-    for (const fs::path &file : files)
-        fs::remove(file, error);
+    for (const std::wstring &file : files)
+        DeleteFileW(file.c_str());
 }
 
 void autoSaveTick()
@@ -116,13 +109,12 @@ void autoSaveTick()
     const OwnedPicture picture = name.empty() ? nullptr : pictureOf(canvases);
     DeleteObject(canvases);
     if (!picture) return;
-    const fs::path folder = dataDirectory() / L"SavedPictures";
-    const fs::path file = folder / name;
-    std::error_code error;
-    const bool wasThere = fs::exists(file, error) || error;
+    const std::wstring folder = inFolder(dataDirectory(), L"SavedPictures");
+    const std::wstring file = inFolder(folder, name);
+    const bool wasThere = pathExists(file);
     if (!writePng(picture.get(), file.c_str())) {
         // A full disk leaves a stump at every tick. Ten of them would push out the ten whole pictures.
-        if (!wasThere) fs::remove(file, error);
+        if (!wasThere) DeleteFileW(file.c_str());
         return;
     }
     keepLastTen(folder);

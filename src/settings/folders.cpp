@@ -1,10 +1,9 @@
 #include "settings/folders.h"
 
+#include "settings/files.h"
 #include "shell/windows_api.h"
 
-namespace files = std::filesystem;
-
-static files::path roamingFromEnvironment()
+static std::wstring roamingFromEnvironment()
 {
     wchar_t text[260] = {};
     const DWORD length = GetEnvironmentVariableW(L"APPDATA", text, 260);
@@ -12,40 +11,37 @@ static files::path roamingFromEnvironment()
     return text;
 }
 
-files::path roamingAppData()
+std::wstring roamingAppData()
 {
     wchar_t *known = nullptr;
     const HRESULT result = SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &known);
-    const files::path base = SUCCEEDED(result) && known ? files::path(known) : roamingFromEnvironment();
+    const std::wstring base = SUCCEEDED(result) && known ? known : roamingFromEnvironment();
     CoTaskMemFree(known);
     return base;
 }
 
-files::path dataDirectory()
+std::wstring dataDirectory()
 {
-    return roamingAppData() / L"norvanta" / L"Zubworks" / L"Zubbly";
+    return inFolder(roamingAppData(), L"norvanta\\Zubworks\\Zubbly");
 }
 
 // A file that is there already stays as it is, and the older one stays where it lies.
-static void carryOver(const files::path &from, const files::path &to)
+static void carryOver(const std::wstring &from, const std::wstring &to, std::wstring_view name)
 {
-    std::error_code ignored;
-    if (files::exists(to, ignored) || !files::exists(from, ignored)) return;
-    files::copy_file(from, to, files::copy_options::none, ignored);
+    CopyFileW(inFolder(from, name).c_str(), inFolder(to, name).c_str(), TRUE);
 }
 
 bool ensureDataDirectories()
 {
-    std::error_code ignored;
-    const files::path data = dataDirectory();
-    const files::path older = roamingAppData() / L"norvanta" / L"Zubbly";
-    if (files::is_directory(older, ignored)) {
-        files::create_directories(data, ignored);
-        carryOver(older / L"config.ini", data / L"config.ini");
+    const std::wstring data = dataDirectory();
+    const std::wstring older = inFolder(roamingAppData(), L"norvanta\\Zubbly");
+    if (isFolder(older)) {
+        makeFolders(data);
+        carryOver(older, data, L"config.ini");
         // Not ours to read or write, but its owner would miss it.
-        carryOver(older / L"display_name.txt", data / L"display_name.txt");
+        carryOver(older, data, L"display_name.txt");
     }
-    files::create_directories(data, ignored);
-    files::create_directory(data / L"SavedPictures", ignored);
-    return files::is_directory(data, ignored);
+    makeFolders(data);
+    makeFolders(inFolder(data, L"SavedPictures"));
+    return isFolder(data);
 }

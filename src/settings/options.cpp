@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "settings/files.h"
 #include "settings/folders.h"
 #include "shell/windows_api.h"
 
@@ -69,7 +70,7 @@ void loadOptions(AppOptions &out)
 {
     out = {};
     ensureDataDirectories();
-    const std::wstring file = (dataDirectory() / L"config.ini").wstring();
+    const std::wstring file = inFolder(dataDirectory(), L"config.ini");
     const wchar_t *path = file.c_str();
     if (GetFileAttributesW(path) == INVALID_FILE_ATTRIBUTES) writeTemplate(path);
 

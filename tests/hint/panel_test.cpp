@@ -103,7 +103,7 @@ TEST(HintPanel, IsTurnedOffByItsCheckboxWhenItCloses)
     TestFolder folder;
     Owner owner;
     ensureDataDirectories();
-    const std::wstring settings = (dataDirectory() / "config.ini").wstring();
+    const std::wstring settings = (std::filesystem::path(dataDirectory()) / "config.ini").wstring();
     Having enabled(exitHintEnabled, true);
     Having idle(idleHintWindow, owner.window);
     chooseLanguage(L"en");
@@ -136,7 +136,7 @@ TEST(HintCount, IsNothingUnlessTheFileBeginsWithANumber)
 {
     Desk desk(oneMonitor);
     TestFolder folder;
-    const fs::path file = dataDirectory() / "exit_hint_launches.txt";
+    const fs::path file = std::filesystem::path(dataDirectory()) / "exit_hint_launches.txt";
     EXPECT_EQ(readHintCount(), 0);
     writeHintCount(1);  // makes the folders
     for (const auto &[content, count] : {std::pair("2\r\n", 2),

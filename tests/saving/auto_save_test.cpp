@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 static fs::path saved(const char *name)
 {
-    return dataDirectory() / "SavedPictures" / name;
+    return std::filesystem::path(dataDirectory()) / "SavedPictures" / name;
 }
 
 static std::string savedNames()
@@ -113,7 +113,7 @@ TEST(AutoSave, LosesNothingWhateverIsInTheWay)
     TestFolder folder;
     const time_t now = localTime(2027, 1, 2, 3, 4, 5);
     fakes.wallSeconds = now;
-    const fs::path pictures = dataDirectory() / "SavedPictures";
+    const fs::path pictures = std::filesystem::path(dataDirectory()) / "SavedPictures";
     const fs::path next = pictures / "auto-20270102-030405.png";
     const auto putFile = [](const fs::path &path) { std::ofstream(path) << "not a picture"; };
     struct Obstacle {

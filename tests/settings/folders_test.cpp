@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "settings/files.h"
 #include "support/fakes.h"
 
 namespace fs = std::filesystem;
@@ -12,6 +13,19 @@ static std::string bytesIn(const fs::path &path)
 {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(Paths, JoinAndPartAtEitherSeparator)
+{
+    EXPECT_EQ(inFolder(L"C:\\toys", L"a.png"), L"C:\\toys\\a.png");
+    EXPECT_EQ(inFolder(L"C:\\", L"a.png"), L"C:\\a.png");
+    EXPECT_EQ(inFolder(L".", L"a\\b"), L".\\a\\b");
+    for (const auto &[path, above] : std::map<std::wstring, std::wstring>{{L"C:\\a\\b.exe", L"C:\\a"},
+                                                                          {L"C:/a/b.exe", L"C:/a"},
+                                                                          {L"C:\\b.exe", L"C:\\"},
+                                                                          {L"C:\\", L"C:\\"},
+                                                                          {L"b.exe", L""}})
+        EXPECT_EQ(parentFolder(path), above);
 }
 
 TEST(Folders, LieWhereTheSystemSaysElseWhereTheEnvironmentSaysElseHere)
@@ -24,7 +38,7 @@ TEST(Folders, LieWhereTheSystemSaysElseWhereTheEnvironmentSaysElseHere)
     for (const std::wstring &variable :
          {std::wstring(L"C:\\ふたば"), longest, longest + L"x", std::wstring()}) {
         SetEnvironmentVariableW(L"APPDATA", variable.empty() ? nullptr : variable.c_str());
-        EXPECT_EQ(roamingAppData().wstring(), variable.empty() || variable.size() > 259 ? L"." : variable);
+        EXPECT_EQ(roamingAppData(), variable.empty() || variable.size() > 259 ? L"." : variable);
     }
 }
 

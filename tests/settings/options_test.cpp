@@ -14,7 +14,7 @@ static std::string bytesOf(const std::wstring &text)
 
 // config.ini, read and written as bytes.
 struct OptionsFile : Desk, TestFolder {
-    const std::filesystem::path path = dataDirectory() / "config.ini";
+    const std::filesystem::path path = std::filesystem::path(dataDirectory()) / "config.ini";
     OptionsFile() : Desk({}) { ensureDataDirectories(); }
     std::string content() const
     {
