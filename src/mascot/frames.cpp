@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <new>
 #include <span>
 #include <string>
@@ -45,41 +46,71 @@ static PixelMask maskOf(const LockedPixels &pixels, uint8_t leastAlpha)
     return mask;
 }
 
+// A stretch of one row whose pixels belong to a blob, and a run that the same blob is known by; a run that
+// is its own knows the blob's size.
+struct Run {
+    int y, first, last;
+    size_t known;
+    size_t size;
+};
+
+static size_t rootOf(std::vector<Run> &runs, size_t run)
+{
+    while (runs[run].known != run)
+        run = runs[run].known = runs[runs[run].known].known;
+    return run;
+}
+
+static void join(std::vector<Run> &runs, size_t a, size_t b)
+{
+    a = rootOf(runs, a);
+    b = rootOf(runs, b);
+    if (a == b) return;
+    runs[a].size += runs[b].size;
+    runs[b].known = a;
+}
+
+// The runs of all rows, those that touch joined. They touch at corners too.
+static std::vector<Run> blobRuns(const LockedPixels &pixels)
+{
+    std::vector<Run> runs;
+    size_t above = 0;     // the row above: the runs from here
+    size_t rowBegin = 0;  // to here
+    for (int y = 0; y < pixels.height; ++y) {
+        size_t candidate = above;
+        for (int x = 0; x < pixels.width; ++x) {
+            if (pixels.at(x, y)[3] < 16) continue;
+            const int first = x;
+            while (x + 1 < pixels.width && pixels.at(x + 1, y)[3] >= 16)
+                ++x;
+            const size_t run = runs.size();
+            runs.push_back({y, first, x, run, size_t(x - first + 1)});
+            while (candidate < rowBegin && runs[candidate].last < first - 1)
+                ++candidate;
+            for (size_t other = candidate; other < rowBegin && runs[other].first <= x + 1; ++other)
+                join(runs, other, run);
+        }
+        above = rowBegin;
+        rowBegin = runs.size();
+    }
+    return runs;
+}
+
 void removeSpecks(ImageFrame &frame)
 {
     const LockedPixels pixels(static_cast<GpBitmap *>(frame.image));
     if (pixels.status != Ok) frame.lastStatus = pixels.status;
     if (pixels.width < 3 || pixels.height < 3) return;
 
-    const size_t total = size_t(pixels.width) * size_t(pixels.height);
-    const size_t sizeFloor = std::max<size_t>(total / 16000, 24);
-    PixelMask open = maskOf(pixels, 16);  // belongs to a blob that was not met yet
-    std::vector<size_t> members;          // mask indices, blob after blob
-    std::vector<size_t> blobEnds;         // where each blob's indices end
-    members.reserve(total);
+    std::vector<Run> runs = blobRuns(pixels);
     size_t largest = 0;
-    for (size_t start = 0; start < open.bytes.size(); ++start) {
-        if (!open.bytes[start]) continue;
-        const size_t begin = members.size();
-        open.bytes[start] = 0;
-        members.push_back(start);
-        for (size_t next = begin; next < members.size(); ++next) {
-            for (const size_t beside : open.neighbours(members[next])) {
-                if (!open.bytes[beside]) continue;
-                open.bytes[beside] = 0;
-                members.push_back(beside);
-            }
-        }
-        blobEnds.push_back(members.size());
-        largest = std::max(largest, members.size() - begin);
-    }
-
+    for (const Run &run : runs)
+        largest = std::max(largest, run.size);  // that of a whole blob is in one of its runs
+    const size_t sizeFloor = std::max<size_t>(size_t(pixels.width) * size_t(pixels.height) / 16000, 24);
     const size_t limit = std::max(sizeFloor, largest / 40);
-    size_t begin = 0;
-    for (const size_t end : blobEnds) {
-        for (size_t i = begin; i < end && end - begin < limit; ++i)
-            std::fill_n(pixels.at(open.xOf(members[i]), open.yOf(members[i])), 4, uint8_t(0));
-        begin = end;
+    for (size_t i = 0; i < runs.size(); ++i) {
+        if (runs[rootOf(runs, i)].size >= limit) continue;
+        std::memset(pixels.at(runs[i].first, runs[i].y), 0, 4 * size_t(runs[i].last - runs[i].first + 1));
     }
 }
 

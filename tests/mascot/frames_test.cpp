@@ -26,6 +26,20 @@ TEST(RemoveSpecks, DropsWhatIsSmallBesideTheFigureOrBelowTheFloor)
     }
 }
 
+TEST(RemoveSpecks, CountsArmsThatMeetFurtherDownAsOne)
+{
+    for (const int foot : {5, 6}) {  // 24 pixels and 25; a figure of 1000 asks for 25
+        Picture picture(100, 100, [&](int x, int y) {
+            const bool arms = (x == 60 || x == 64) && y < 10;
+            const bool feet = y == 10 && x > 60 && x < 60 + foot;
+            return arms || feet || (x < 50 && y >= 50 && y < 70) ? 0xFFFF8090 : 0u;
+        });
+        removeSpecks(picture);
+        EXPECT_EQ(pixelOf(picture, 60, 0) != 0, foot == 6);
+        EXPECT_EQ(pixelOf(picture, 64, 0) != 0, foot == 6);
+    }
+}
+
 TEST(SoftenOutline, ThinsTheDarkOpaqueRimByItsOpenNeighbours)
 {
     // x, y, before, alpha after: the border, where what is missing counts as open; one, two and three holes;
