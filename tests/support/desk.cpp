@@ -1,7 +1,9 @@
-#include "support/fakes.h"
-
 #include <cmath>
 #include <cstdio>
+
+#include "marks/cursor_pen.h"
+#include "menu/menu.h"
+#include "support/fakes.h"
 
 void seedAll(uint32_t seed)
 {
@@ -83,7 +85,7 @@ Desk::Desk(const std::vector<RECT> &monitors, MarkColor background)
     ReleaseDC(nullptr, screenDC);
     fakes.screen = {all.left, all.top, all.right - all.left, all.bottom - all.top};
     recorded = {};
-    canvasDirty = false;
+    canvasDirty = penDotVisible = menuOpen = false;
     seedAll(7);
 }
 
