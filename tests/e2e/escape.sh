@@ -49,7 +49,11 @@ soon 3 in_front || fail "another window is in front"
 ! grep modifiers "$work/claimed" || fail "chords came through to the other shell"
 echo "$(wc -l <"$work/chords") chords led nowhere"
 
-# What puts itself over the program is covered again at its next look.
+# What puts itself over the program is covered again at its next look, a cursor that is shut in gets the whole
+# screen back, and when the program leaves the cursor is free.
 x86_64-w64-mingw32-g++-posix -static -o "$work/intruder.exe" "$top/tests/e2e/intruder.cpp"
-wine "$work/intruder.exe" </dev/null 2>/dev/null || fail "a window stayed over the program"
-leave
+intruder() { wine "$work/intruder.exe" "$1" </dev/null 2>/dev/null; }
+intruder cover || fail "a window stayed over the program"
+intruder shut || fail "the cursor stayed shut in"
+intruder leave && leave
+intruder free || fail "the cursor is not free at the end"
