@@ -156,7 +156,7 @@ static void takeColour(const LockedPixels &pixels, const PixelMask &coloured, si
         ++count;
     }
     uint8_t *pixel = pixels.at(coloured.xOf(index), coloured.yOf(index));
-    pixel[0] = uint8_t(blue / count);
+    pixel[0] = uint8_t(blue / count);  // NOLINT(clang-analyzer-core.DivideZero): there was one at least
     pixel[1] = uint8_t(green / count);
     pixel[2] = uint8_t(red / count);
 }

@@ -34,6 +34,7 @@ static void copyScreenToClipboard(HWND window)
         handedOver = SetClipboardData(CF_BITMAP, copy) != nullptr;
         CloseClipboard();
     }
+    // cppcheck-suppress doubleFree ; the clipboard frees it only if it took it
     if (!handedOver) DeleteObject(copy);
 }
 

@@ -15,7 +15,7 @@ std::wstring roamingAppData()
 {
     wchar_t *known = nullptr;
     const HRESULT result = SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &known);
-    const std::wstring base = SUCCEEDED(result) && known ? known : roamingFromEnvironment();
+    std::wstring base = SUCCEEDED(result) && known ? known : roamingFromEnvironment();
     CoTaskMemFree(known);
     return base;
 }
