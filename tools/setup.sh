@@ -54,6 +54,11 @@ clang-tidy                                  clang-tidy
 cppcheck                                    cppcheck
 T
     ;;
+    fuzz) cat <<'T'
+clang++                                     clang
+/usr/share/doc/libclang-rt-dev              libclang-rt-dev
+T
+    ;;
     pack) cat <<'T'
 makensis                                    nsis
 zip                                         zip
