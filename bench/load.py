@@ -2,7 +2,8 @@
 """load.py at-rest|delivered BARE PROGRAM: what each asks of the processor while nobody touches it, while ten keys
 a second are hit and while something is dragged at the 125 moves a second of an ordinary mouse; and of memory after
 all that. The bare window gets the same input. At rest, without pictures and hint, nothing moves by itself, so the
-processor times of the input are the input's; delivered tells what nobody's touch and the memory come to then."""
+processor times of the input are the input's; delivered tells what idling and the memory come to then. There is
+no sound card: on one the mixing, which is Wine's, takes about as much again."""
 import itertools
 import math
 import os
