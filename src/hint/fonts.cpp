@@ -9,7 +9,7 @@ std::wstring familyRoot(const std::wstring &programFolder)
 {
     if (programFolder.empty()) return {};
     if (pathExists(inFolder(programFolder, L"Zubworks.exe"))) return programFolder;
-    const std::wstring parent = parentFolder(programFolder);
+    std::wstring parent = parentFolder(programFolder);
     if (!parent.empty() && pathExists(inFolder(parent, L"Zubworks.exe"))) return parent;
     return {};
 }
