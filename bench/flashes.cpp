@@ -299,7 +299,7 @@ extern "C" int wmain(int, wchar_t **)
                     {"Space, ten times a second", VK_SPACE, 6},
                     {"Enter, ten times a second", VK_RETURN, 6}};
     for (const auto &[what, key, frames] : hammered) {
-        take(watch(what, 20, 2, nothing, [key = key, frames = frames](int frame) {
+        take(watch(what, 20, 3, nothing, [key = key, frames = frames](int frame) {
             if (frame % frames == 0) hit(key);
         }));
     }
