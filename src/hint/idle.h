@@ -4,7 +4,7 @@
 
 inline DWORD lastInputTick = 0;        // GetTickCount of the last child input
 inline DWORD hintNotBefore = 0;        // GetTickCount before which the hint may not come back; 0 at first
-inline HWND idleHintWindow = nullptr;  // where it comes back; null until it is armed
+inline HWND idleHintWindow = nullptr;  // where it comes back; null while it may not
 inline int idleHintWidth = 0;
 inline int idleHintHeight = 0;
 

@@ -1,11 +1,13 @@
 #include "mascot/frames.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <new>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "mascot/pixels.h"
@@ -21,8 +23,8 @@ struct PixelMask {
     std::vector<uint8_t> bytes;
     size_t stride;  // from a pixel to the one below
 
-    PixelMask(const LockedPixels &pixels, uint8_t fill)
-        : bytes(size_t(pixels.width + 2) * size_t(pixels.height + 2), fill), stride(size_t(pixels.width + 2))
+    explicit PixelMask(const LockedPixels &pixels)
+        : bytes(size_t(pixels.width + 2) * size_t(pixels.height + 2)), stride(size_t(pixels.width + 2))
     {
     }
     size_t indexOf(int x, int y) const { return size_t(y + 1) * stride + size_t(x + 1); }
@@ -38,7 +40,7 @@ struct PixelMask {
 // The mask of the pixels whose alpha is at least this; the rim is 0.
 static PixelMask maskOf(const LockedPixels &pixels, uint8_t leastAlpha)
 {
-    PixelMask mask(pixels, 0);
+    PixelMask mask(pixels);
     for (int y = 0; y < pixels.height; ++y) {
         for (int x = 0; x < pixels.width; ++x)
             mask.bytes[mask.indexOf(x, y)] = pixels.at(x, y)[3] >= leastAlpha;
@@ -168,7 +170,7 @@ void bleedColour(ImageFrame &frame)
     if (pixels.width < 3 || pixels.height < 3) return;
 
     PixelMask coloured = maskOf(pixels, 16);
-    PixelMask waiting(pixels, 0);  // may get a colour in this pass; never the rim
+    PixelMask waiting(pixels);  // may get a colour in this pass; never the rim
     std::vector<size_t> candidates;
     const auto askNeighbours = [&](size_t index) {
         for (const size_t beside : coloured.neighbours(index)) {

@@ -29,12 +29,12 @@ bool isFolder(const std::wstring &path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-void makeFolders(const std::wstring &folder)
+bool makeFolders(const std::wstring &folder)
 {
-    if (folder.empty() || pathExists(folder)) return;
+    if (pathExists(folder)) return isFolder(folder);
     const std::wstring above = parentFolder(folder);
-    if (above.size() < folder.size()) makeFolders(above);
-    CreateDirectoryW(folder.c_str(), nullptr);
+    if (!above.empty() && (above.size() == folder.size() || !makeFolders(above))) return false;
+    return CreateDirectoryW(folder.c_str(), nullptr) != 0;
 }
 
 std::vector<std::wstring> filesIn(const std::wstring &folder)

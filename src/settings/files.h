@@ -14,8 +14,9 @@ std::wstring parentFolder(const std::wstring &path);
 bool pathExists(const std::wstring &path);
 bool isFolder(const std::wstring &path);
 
-// Makes the folder and those above it that are missing. What fails is seen by who looks for it afterwards.
-void makeFolders(const std::wstring &folder);
+// Makes the folder and those above it that are missing; false, and nothing further is tried, at the first
+// that fails. A share that does not answer takes its time for every question.
+bool makeFolders(const std::wstring &folder);
 
 // The paths of a folder's files, in no order, without its subfolders; none if it cannot be read.
 std::vector<std::wstring> filesIn(const std::wstring &folder);

@@ -42,6 +42,6 @@ bool ensureDataDirectories()
         carryOver(older, data, L"display_name.txt");
     }
     makeFolders(data);
-    makeFolders(inFolder(data, L"SavedPictures"));
+    CreateDirectoryW(inFolder(data, L"SavedPictures").c_str(), nullptr);
     return isFolder(data);
 }

@@ -11,7 +11,6 @@
 #include "shell/lockdown.h"
 #include "shell/shift_prompts.h"
 #include "shell/surfaces.h"
-#include "sound/playback.h"
 #include "sound/speech.h"
 
 void stopAllTimers(HWND window)

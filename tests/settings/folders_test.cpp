@@ -20,11 +20,14 @@ TEST(Paths, JoinAndPartAtEitherSeparator)
     EXPECT_EQ(inFolder(L"C:\\toys", L"a.png"), L"C:\\toys\\a.png");
     EXPECT_EQ(inFolder(L"C:\\", L"a.png"), L"C:\\a.png");
     EXPECT_EQ(inFolder(L".", L"a\\b"), L".\\a\\b");
-    for (const auto &[path, above] : std::map<std::wstring, std::wstring>{{L"C:\\a\\b.exe", L"C:\\a"},
-                                                                          {L"C:/a/b.exe", L"C:/a"},
-                                                                          {L"C:\\b.exe", L"C:\\"},
-                                                                          {L"C:\\", L"C:\\"},
-                                                                          {L"b.exe", L""}})
+    for (const auto &[path, above] :
+         std::map<std::wstring, std::wstring>{{L"C:\\a\\b.exe", L"C:\\a"},
+                                              {L"C:/a/b.exe", L"C:/a"},
+                                              {L"C:\\b.exe", L"C:\\"},
+                                              {L"C:\\", L"C:\\"},
+                                              {L"\\\\server\\share\\x.exe", L"\\\\server\\share"},
+                                              {L"C:\\a\\", L"C:\\a"},
+                                              {L"b.exe", L""}})
         EXPECT_EQ(parentFolder(path), above);
 }
 

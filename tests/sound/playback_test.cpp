@@ -162,7 +162,10 @@ TEST(Playback, NoByteOfAReplacedClipGoesWhileItMaySound)
     Playing desk;
     std::vector<std::pair<const uint8_t *, SoundClip>> copies;
     for (uint32_t play = 0; play < 120; ++play) {
+        unsigned &next = play % 2 ? mashVoiceNext : keyVoiceNext;
+        const unsigned before = next;
         play % 2 ? playMashVoice() : playKeySound(play, 6);
+        EXPECT_EQ(next, (before + 1) % (play % 2 ? 4 : 6));
         const auto bytes = static_cast<const uint8_t *>(recorded.sounds.back().first);
         copies.push_back({bytes, SoundClip(bytes, bytes + 4000)});
         if (copies.size() > 20) copies.erase(copies.begin());
