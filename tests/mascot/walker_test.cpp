@@ -77,6 +77,37 @@ TEST(Walk, BowsOnceThroughAllStagesAndWalksOn)
     }
 }
 
+TEST(Frame, LeavesTheGraphicsAsItWas)
+{
+    const Walk walk(oneMonitor);
+    GraphicsScope scope(surfaces[0]);
+    GpGraphics *const graphics = scope.graphics;
+    const auto traits = [graphics] {
+        InterpolationMode interpolation = {};
+        PixelOffsetMode pixelOffset = {};
+        CompositingQuality compositing = {};
+        SmoothingMode smoothing = {};
+        GpPointF corner = {1.0f, 1.0f};
+        GdipGetInterpolationMode(graphics, &interpolation);
+        GdipGetPixelOffsetMode(graphics, &pixelOffset);
+        GdipGetCompositingQuality(graphics, &compositing);
+        GdipGetSmoothingMode(graphics, &smoothing);
+        GdipTransformPoints(graphics, CoordinateSpaceDevice, CoordinateSpaceWorld, &corner, 1);
+        return std::array{int(interpolation), int(pixelOffset), int(compositing),
+                          int(smoothing),     int(corner.X),    int(corner.Y)};
+    };
+    GdipSetInterpolationMode(graphics, InterpolationModeNearestNeighbor);
+    GdipSetPixelOffsetMode(graphics, PixelOffsetModeHighSpeed);
+    GdipSetCompositingQuality(graphics, CompositingQualityGammaCorrected);
+    GdipSetSmoothingMode(graphics, SmoothingModeNone);
+    GdipTranslateWorldTransform(graphics, 30.0f, 40.0f, MatrixOrderPrepend);
+    const auto before = traits();
+    for (const float alpha : {1.0f, 0.5f, 0.0f})
+        drawFrame(scope, {.x = 200.0f, .y = 300.0f, .alpha = alpha, .mirrored = true});
+    EXPECT_EQ(traits(), before);
+    EXPECT_EQ(before[4], 31);
+}
+
 TEST(Walk, LeavesNoTrailOnAnyMonitor)
 {
     for (const int kind : {0, 1, 2, 3}) {  // with a bow, to the left
