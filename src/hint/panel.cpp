@@ -141,6 +141,7 @@ static void drawCard(GpGraphics *graphics, const RectF &card)
     const float right = card.X + card.Width - 32.0f;
     const float bottom = card.Y + card.Height - 32.0f;
     const OwnedPath path = newPath();
+    if (!path) return;  // GdipDrawPath may not look
     GdipAddPathArc(path.get(), card.X, card.Y, 32.0f, 32.0f, 180.0f, 90.0f);
     GdipAddPathArc(path.get(), right, card.Y, 32.0f, 32.0f, 270.0f, 90.0f);
     GdipAddPathArc(path.get(), right, bottom, 32.0f, 32.0f, 0.0f, 90.0f);

@@ -113,3 +113,10 @@ void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &out
     fillRect(scope, fill, left, top, width, height);
     scope.note(GdipDrawRectangle(scope.graphics, outline.get(), left, top, width, height));
 }
+
+void paintPath(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, const OwnedPath &path)
+{
+    if (!path) return;  // GdipDrawPath may not look
+    scope.note(GdipFillPath(scope.graphics, fill.get(), path.get()));
+    scope.note(GdipDrawPath(scope.graphics, outline.get(), path.get()));
+}

@@ -70,3 +70,4 @@ void paintEllipse(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &
                   float top, float width, float height);
 void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left, float top,
                float width, float height);
+void paintPath(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, const OwnedPath &path);

@@ -135,8 +135,7 @@ void drawHeartShape(GraphicsScope &scope, POINT centre, int size, MarkColor colo
     GdipAddPathBezier(heart.get(), x, tipY, x - lowerReach, lowerY, x - upperReach, upperY, x, notchY);
     GdipAddPathBezier(heart.get(), x, notchY, x + upperReach, upperY, x + lowerReach, lowerY, x, tipY);
     GdipClosePathFigure(heart.get());
-    scope.note(GdipFillPath(scope.graphics, fill.get(), heart.get()));
-    scope.note(GdipDrawPath(scope.graphics, outline.get(), heart.get()));
+    paintPath(scope, fill, outline, heart);
 }
 
 void drawCloudShape(GraphicsScope &scope, POINT centre, int size, MarkColor color)

@@ -110,8 +110,7 @@ void stampHouse(POINT lowerLeft)
         const OwnedPath gable = newPath();
         const Triangle corners = {{x - 8, top}, {x + 0.5f * w, top - float(roofHeight)}, {x + w + 8, top}};
         GdipAddPathPolygon(gable.get(), corners, 3);
-        scope.note(GdipFillPath(scope.graphics, roof.get(), gable.get()));
-        scope.note(GdipDrawPath(scope.graphics, outline.get(), gable.get()));
+        paintPath(scope, roof, outline, gable);
         paintRect(scope, wall, outline, x, top, w, h);
         paintRect(scope, door, outline, x + float((width - doorWidth) / 2), y - float(doorHeight),
                   float(doorWidth), float(doorHeight));

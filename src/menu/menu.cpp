@@ -197,8 +197,7 @@ static void drawEntry(GraphicsScope &scope, const MenuFonts &fonts, const MenuEn
     const OwnedPath shape = roundedRect(left, top, left + width, top + height, 20.0f);
     const OwnedBrush fill = solidBrush(entry.color, 0xE1);
     const OwnedPen outline = plainPen(0xF0FFFFFF, 3.0f);
-    scope.note(GdipFillPath(scope.graphics, fill.get(), shape.get()));
-    scope.note(GdipDrawPath(scope.graphics, outline.get(), shape.get()));
+    paintPath(scope, fill, outline, shape);
     drawIcon(scope, entry.id, left + width / 2.0f, top + 28.0f);
     drawText(scope, fonts, fonts.title, entry.title, {left, top + 54.0f, width, 56.0f}, 0xFFFFFFFF);
     drawText(scope, fonts, fonts.subtitle, entry.subtitle, {left, top + 112.0f, width, 60.0f}, 0xFFF6F6C8);

@@ -50,9 +50,8 @@ BOOL CALLBACK createSurface(HMONITOR, HDC, LPRECT monitorRect, LPARAM)
     if (surface.hwnd) {
         RECT window = {};
         RECT client = {};
-        GetWindowRect(surface.hwnd, &window);
-        GetClientRect(surface.hwnd, &client);
-        if (client.right > 0 && client.bottom > 0) {
+        if (GetWindowRect(surface.hwnd, &window) && GetClientRect(surface.hwnd, &client) &&
+            client.right > 0 && client.bottom > 0) {
             surface.rect = window;
             surface.width = client.right;
             surface.height = client.bottom;
