@@ -523,7 +523,7 @@ static void show(const std::string &when, const Load &now)
 
 static void expectFlat(const Load &first, const Load &now)
 {
-    if (now.gdi > first.gdi + 8 || now.windows > first.windows + 4 || now.handles > first.handles + 4 ||
+    if (now.gdi > first.gdi + 4 || now.windows > first.windows + 4 || now.handles > first.handles + 4 ||
         now.alive > first.alive + 1 || now.heap > first.heap + 1024 || now.all > first.all + 16 * 1024) {
         show("grown", now);
         red("it grows");
