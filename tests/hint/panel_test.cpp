@@ -36,6 +36,12 @@ TEST(HintPanel, CutsNoTextInAnyLanguageAtAnyWidth)
             recorded.draws.clear();
             measureHintPanel(graphics, width, 1080, hintPanelRect);
             drawHintPanel(graphics);
+            EXPECT_EQ(std::count_if(recorded.draws.begin(), recorded.draws.end(),
+                                    [](const DrawCall &call) {
+                                        return call.what == "DrawLine" && call.argb == 0x5AFFFFFF &&
+                                               call.penWidth == 1.0f;
+                                    }),
+                      1);
             std::erase_if(recorded.draws, [](const DrawCall &call) { return call.what != "DrawString"; });
             ASSERT_EQ(recorded.draws.size(), 3u);
             float above = 34.0f;

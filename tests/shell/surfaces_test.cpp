@@ -26,6 +26,24 @@ TEST(NewBackground, IsRefusedWithin260MillisecondsUnlessForced)
     }
 }
 
+TEST(Backdrop, IsLaidOverTheCanvasesOnceWhenItIsPending)
+{
+    const Desk desk(twoMonitors, 0x123456);
+    MonitorSurface &second = surfaces[1];
+    HDC dc = CreateCompatibleDC(second.canvasDC);
+    second.backdropBitmap = CreateCompatibleBitmap(second.canvasDC, second.width, second.height);
+    HGDIOBJ old = SelectObject(dc, second.backdropBitmap);
+    SetPixel(dc, 639, 479, 0x0000FF);
+    SelectObject(dc, old);
+    DeleteDC(dc);
+    for (const bool pending : {false, true}) {
+        backdropPending = pending;
+        flushBackdrop();
+        EXPECT_EQ(desk.pixel(-1, 579), pending ? 0x0000FFu : 0x123456u);
+        EXPECT_TRUE(desk.pixel(799, 599) == 0x123456 && !backdropPending);
+    }
+}
+
 TEST(LaunchMonitor, IsNamedByTheLauncherInOneFormOnly)
 {
     const Desk desk(twoMonitors);

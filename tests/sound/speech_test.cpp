@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "marks/key_reactions.h"
+#include "shell/window_proc.h"
 #include "sound/speech.h"
 #include "support/fakes.h"
 
@@ -32,12 +34,11 @@ template <size_t... places> static void **allMethods(std::index_sequence<places.
     return methods;
 }
 
-static std::string run(const std::string &failing)
+static void installVoice(const std::string &failing)
 {
     void **const methods = allMethods(std::make_index_sequence<21>());
     for (FakeObject *object : {&voice, &category, &list, &token})
         object->methods = methods;
-    fakes = {};
     fakes.failing = {failing};
     fakes.makeObject = [&](REFCLSID id, void **object) {
         FakeObject &made = id == CLSID_SpVoice ? voice : category;
@@ -46,6 +47,12 @@ static std::string run(const std::string &failing)
     };
     recorded = {};
     createVoice();
+}
+
+static std::string run(const std::string &failing)
+{
+    fakes = {};
+    installVoice(failing);
     cutSpeech();
     releaseVoice();
     releaseVoice();
@@ -78,4 +85,24 @@ TEST(Speech, TakesTheFirstEnglishVoiceAndOnlyEverSilencesIt)
         voicesFound = count;
         EXPECT_EQ(run(failing), calls) << failing;
     }
+}
+
+TEST(Speech, IsCutByALetterAndWhenAMashTakesItOrEnds)
+{
+    const Desk desk(oneMonitor);
+    installVoice("");
+    void (*const events[])() = {[] { windowProc(fakeWindow(0), WM_KEYDOWN, 'A', 0); },
+                                [] {
+                                    pendingKey = true;
+                                    keyMashCount = 2;
+                                    flushPendingKey();
+                                },
+                                [] { resetKeyState(fakeWindow(0)); }};
+    for (const auto event : events) {
+        resetKeyState(fakeWindow(0));
+        recorded = {};
+        event();
+        EXPECT_EQ(countCalls("voice 20 silence 3"), 1);
+    }
+    releaseVoice();
 }
