@@ -37,7 +37,6 @@ python3                                     python3
 clang-format                                clang-format
 Xvnc                                        tigervnc-standalone-server
 xrandr                                      x11-xserver-utils
-xwininfo                                    x11-utils
 xclip                                       xclip
 pulseaudio                                  pulseaudio
 pactl                                       pulseaudio-utils

@@ -43,7 +43,10 @@ for second in '' Shift_L Super_L; do
     tap 700 600
 done
 
-in_front() { xwininfo -root -children | grep -m 1 '^ *0x' | grep zubbly.exe; }
+in_front() {
+    local X Y SCREEN WINDOW
+    eval "$(x getmouselocation --shell)" && [ "$(x getwindowname "$WINDOW")" = Zubbly ]
+}
 soon 3 in_front || fail "another window is in front"
 ! gone "$program" || fail "a chord ended the program"
 ! grep modifiers "$work/claimed" || fail "chords came through to the other shell"
