@@ -38,14 +38,12 @@ static Dearest slowestTick, worstRatio;
 static void measure(const std::wstring &what, int runs, auto prepare, auto tick)
 {
     if (!wanted.empty() && what != wanted) return;
-    recordedCalls.clear();
-    replayedObjects.clear();
-    recordingCalls = true;
+    recordCalls(true);
     std::vector<size_t> ends;  // of each tick in recordedCalls
     prepare();
     for (bool more = true; more; ends.push_back(recordedCalls.size()))
         more = tick();
-    recordingCalls = false;
+    recordCalls(false);
     std::vector<double> program(ends.size(), 1e9);
     std::vector<double> bare(ends.size(), 1e9);
     for (int run = 0; run < runs; ++run) {
@@ -56,7 +54,7 @@ static void measure(const std::wstring &what, int runs, auto prepare, auto tick)
         for (size_t i = 0; i < ends.size(); ++i) {
             const double time = millisecondsOf([&] {
                 for (; call < ends[i]; ++call)
-                    recordedCalls[call]();
+                    if (recordedCalls[call].draws) recordedCalls[call].again();
             });
             bare[i] = std::min(bare[i], time);
         }

@@ -11,6 +11,8 @@
 static HBITMAP copyScreen()
 {
     const VirtualScreen screen = virtualScreen();
+    // For no size the system would give its own bitmap, which is not ours to hand over.
+    if (screen.width < 1 || screen.height < 1) return nullptr;
     HDC screenDC = GetDC(nullptr);
     HDC copyDC = CreateCompatibleDC(screenDC);
     HBITMAP copy = copyDC ? CreateCompatibleBitmap(screenDC, screen.width, screen.height) : nullptr;

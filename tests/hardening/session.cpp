@@ -131,11 +131,12 @@ static HRESULT WINAPI tellFolder(REFKNOWNFOLDERID, DWORD, HANDLE, PWSTR *path)
     return S_OK;
 }
 static bool secondInstance;
+static HANDLE lock;
 static HANDLE WINAPI nameless(LPSECURITY_ATTRIBUTES, BOOL owned, LPCWSTR)  // others test beside us
 {
-    const HANDLE made = REAL(CreateMutexW)(nullptr, owned, nullptr);
+    lock = REAL(CreateMutexW)(nullptr, owned, nullptr);
     SetLastError(secondInstance ? ERROR_ALREADY_EXISTS : 0);
-    return made;
+    return lock;
 }
 
 // --- The save dialog: the system's own, but nobody has to press its button.
@@ -320,8 +321,6 @@ static MSG input()
     if (message == WM_KEYDOWN) made.lParam = pick(0, 3) ? 0 : 1 << 30;
     if (message == WM_SYSKEYDOWN) made.lParam = 1 << 29;
     if (message == WM_CONTEXTMENU) made.lParam = -1;
-    if (message == WM_LBUTTONDOWN && walkerActive)
-        made = {primaryWindow(), message, 0, pointAt(int(walkerX), int(walkerY - walkerSize / 2.0f)), 0, {}};
     if (message == WM_LBUTTONDOWN && menuOpen && !menuEntries.empty())
         made = {primaryWindow(),
                 message,
@@ -336,6 +335,19 @@ static MSG input()
                 pointAt(int(hintCheckRect.X) + 5 - hintBox.left, int(hintCheckRect.Y) + 5 - hintBox.top),
                 0,
                 {}};
+    if (walkerActive && pick(0, 9) == 0)
+        made = {primaryWindow(),
+                WM_LBUTTONDOWN,
+                0,
+                pointAt(int(walkerX), int(walkerY - walkerSize / 2.0f)),
+                0,
+                {}};
+    if (inputsGiven < 28 && !surfaces.empty()) {  // a faded penguin, which no walk shows yet
+        FrameRecord faded;
+        faded.alpha = 0.5f;
+        GraphicsScope scope(surfaces[0]);
+        drawFrame(scope, faded);
+    }
     const bool right = message == WM_RBUTTONDOWN || message == WM_RBUTTONUP;
     if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN)
         keysDown.insert(right ? VK_RBUTTON : VK_LBUTTON);
@@ -365,6 +377,7 @@ static MSG anything()
     if (made.message == WM_TIMER && made.wParam == 8) made.wParam = 12;
     if (made.message == WM_ENDSESSION) made.wParam = 0;
     if (made.wParam == VK_F4 || (made.wParam == VK_F1 && pick(0, 19))) made.wParam = VK_F2;
+    if (made.message == WM_TIMER) made.lParam = 0;  // a function to call
     if (made.message == WM_ACTIVATE || made.message == WM_ERASEBKGND) made.lParam = 0;
     for (const int key : {VK_LBUTTON, VK_RBUTTON})
         if (pick(0, 7) == 0 && !keysDown.erase(key)) keysDown.insert(key);
@@ -375,7 +388,8 @@ static MSG nextOfScript()
 {
     if (mode == "storm") {
         milliseconds += unsigned(pick(0, 30));
-        return anything();
+        // Each way in once at first: what the system makes for it at the first time, it keeps.
+        return inputsGiven < 28 ? input() : anything();
     }
     const auto first = std::min_element(timers.begin(), timers.end(), [](const auto &a, const auto &b) {
         return a.second.due < b.second.due;
@@ -582,6 +596,8 @@ static void run(uint64_t length)
     if (code == 0 && (hookTargetWindow || keyboardHook || speechVoice)) red("left behind");
     for (auto &[name, import] : imports)
         import.target = import.works;
+    stopStrokeLoop();   // the next run makes new clips
+    CloseHandle(lock);  // as the end of the process would
     milliseconds += 60'000;
 }
 
@@ -610,6 +626,13 @@ int main(int argc, char **argv)
     folder = std::filesystem::temp_directory_path() / ("session" + std::to_string(GetCurrentProcessId()));
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "given.png") << "to be written over";
+    // An older folder to carry over, and more pictures than are kept.
+    const std::filesystem::path own = folder / "norvanta" / "Zubworks" / "Zubbly" / "SavedPictures";
+    std::filesystem::create_directories(folder / "norvanta" / "Zubbly");
+    std::ofstream(folder / "norvanta" / "Zubbly" / "config.ini") << "[Zubbly]\nAutoSaveIntervalSeconds=60\n";
+    std::filesystem::create_directories(own);
+    for (int i = 0; i < 12; ++i)
+        std::ofstream(own / ("auto-" + std::to_string(i)));
     SetEnvironmentVariableW(L"APPDATA", folder.c_str());
     GdiplusStartupInput start;  // so that no run of several takes GDI+ away from the objects that stay
     ULONG_PTR token = 0;
@@ -627,7 +650,7 @@ int main(int argc, char **argv)
     } else if (mode == "fault") {
         faultName = argv[2];
         faultFromStart = std::string(argv[3]) == "start";
-        wayOut = int(faultName.size() % 3);
+        wayOut = faultFromStart ? 2 : 1;
         if (faultFromStart) makeFail(faultName, true);
         run(uint64_t(std::atoi(argv[4])) * 1000);
         std::printf("%s %s %ju\n", argv[2], argv[3], uintmax_t(imports.at(faultName).failed));

@@ -188,5 +188,8 @@ TEST(Capture, IsHeardEvenWhenItFailsAndLeavingIsNot)
     EXPECT_FALSE(hintVisible);
     EXPECT_EQ(recorded.calls.back(), "PostQuitMessage 0");
     EXPECT_TRUE(recorded.sounds.empty());
+    fakes.screen = {};  // the clipboard must not get the bitmap that the system has for no size
+    captureOrExit(0x2C, fakeWindow(0));
+    EXPECT_EQ(countCalls("SetClipboardData 2"), 0);
     destroyDialogHost();
 }
