@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "autodraw/sequencer.h"
-#include "shell/window_proc.h"
 #include "support/fakes.h"
 
 TEST(KeyPlacement, IsEachKeysOwnSpotAroundTheMiddle)
@@ -52,35 +50,4 @@ TEST(SameKey, ClimbsAtMostOneStepInHalfASecond)
         EXPECT_EQ(countSameKey(key + 1, true), 1);
         EXPECT_TRUE(lastKeyTime == counted && lastKeyCode == key);
     }
-}
-
-// A child's hands: whatever comes in whatever order, the counts keep their ranges and nothing leaks.
-TEST(Keys, OfTenThousandRandomMessagesBreakNothing)
-{
-    const Desk desk({{0, 0, 320, 240}, {-200, 40, 0, 200}});
-    std::mt19937 child(1);
-    const uint32_t keys[] = {'A',   'A',      'S',      '5',       VK_NUMPAD4, VK_LEFT, VK_DOWN,     VK_TAB,
-                             VK_F5, VK_SHIFT, VK_SPACE, VK_RETURN, VK_ESCAPE,  VK_APPS, VK_OEM_COMMA};
-    const UINT kinds[] = {WM_KEYDOWN,     WM_KEYUP,     WM_TIMER,       WM_MOUSEMOVE,
-                          WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP};
-    for (int message = 0; message < 10000; ++message) {
-        fakes.passMs(child() % 8 == 0 ? child() % 1500 : child() % 90);
-        const HWND window = fakeWindow(int(child() % 2));
-        fakes.cursor = {LONG(child() % 520) - 200, LONG(child() % 240)};
-        const uint32_t key = keys[child() % std::size(keys)];
-        const UINT kind = kinds[child() % std::size(kinds)];
-        if (kind == WM_LBUTTONDOWN) fakes.keysDown.insert(VK_LBUTTON);
-        if (kind == WM_LBUTTONUP) fakes.keysDown.erase(VK_LBUTTON);
-        const auto running = kind == WM_TIMER ? recorded.timers : decltype(recorded.timers)();
-        for (const auto &[timer, ms] : running)
-            windowProc(timer.first, WM_TIMER, timer.second, 0);
-        const LPARAM at = MAKELPARAM(child() % 320, child() % 240);
-        if (kind != WM_TIMER)
-            windowProc(window, kind, kind < WM_TIMER ? key : 0, kind < WM_TIMER ? child() % 2 << 30 : at);
-        ASSERT_TRUE(keyMashCount >= 0 && keyMashCount <= 50 && sameKeyCount >= 0 && sameKeyCount <= 6);
-        ASSERT_TRUE(spiralRadius >= 70.0f && spiralRadius <= 420.0f && autoMode >= 0 && autoMode <= 3);
-        ASSERT_EQ(recorded.alive, 0) << message;
-    }
-    EXPECT_EQ(countCalls("InvalidateRect with"), 0);
-    resetKeyState(fakeWindow(0));
 }

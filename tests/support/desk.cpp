@@ -47,16 +47,21 @@ std::string textOf(const DrawCall &call)
     return text;
 }
 
+std::string textOf(const Invalidation &each)
+{
+    const RECT &rect = each.rect;
+    return formatted("repaint %d", int(intptr_t(each.window) - firstFakeWindow) / 2) +
+           (each.whole ? " whole"
+                       : formatted(" %ld %ld %ld %ld", rect.left, rect.top, rect.right, rect.bottom));
+}
+
 std::string textOfRecord()
 {
     std::string text;
     for (const DrawCall &call : recorded.draws)
         text += textOf(call) + "\n";
-    for (const auto &[window, whole, rect] : recorded.invalidations) {
-        text += formatted("repaint %d", int(intptr_t(window) - firstFakeWindow) / 2);
-        text += whole ? " whole\n"
-                      : formatted(" %ld %ld %ld %ld\n", rect.left, rect.top, rect.right, rect.bottom);
-    }
+    for (const Invalidation &each : recorded.invalidations)
+        text += textOf(each) + "\n";
     Rng next = markRng;
     return text + formatted("next %u\n", unsigned(next()));
 }

@@ -18,6 +18,7 @@ static void record(const char *what, const GpGraphics *graphics, const void *pai
     call.what = what;
     call.dc = traitsOf(graphics).dc;
     call.numbers = std::move(numbers);
+    tell(textOf(call));
     recorded.draws.push_back(std::move(call));
 }
 

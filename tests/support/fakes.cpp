@@ -44,6 +44,7 @@ static std::string text(HWND window)
 template <class Answer, class... Parts> static Answer said(Answer answer, const char *what, Parts... parts)
 {
     recorded.calls.push_back((std::string(what) + ... + (" " + text(parts))));
+    tell(recorded.calls.back());
     return answer;
 }
 
@@ -108,6 +109,7 @@ REPLACE_IMPORT(GetMonitorInfoW) = [](HMONITOR monitor, LPMONITORINFO info) -> BO
 
 REPLACE_IMPORT(SetTimer) = [](HWND window, UINT_PTR id, UINT ms, TIMERPROC) -> UINT_PTR {
     recorded.timers[{window, id}] = ms;
+    recorded.started[{window, id}] = fakes.tick;
     return said(id, "SetTimer", id, ms, window);
 };
 REPLACE_IMPORT(KillTimer) = [](HWND window, UINT_PTR id) -> BOOL {
@@ -115,6 +117,7 @@ REPLACE_IMPORT(KillTimer) = [](HWND window, UINT_PTR id) -> BOOL {
 };
 REPLACE_IMPORT(InvalidateRect) = [](HWND window, const RECT *rect, BOOL erase) -> BOOL {
     recorded.invalidations.push_back({window, rect == nullptr, rect ? *rect : RECT{}});
+    tell(textOf(recorded.invalidations.back()));
     return window && !erase ? TRUE : said(FALSE, "InvalidateRect with a null window or erasing");
 };
 REPLACE_IMPORT(BeginPaint) = [](HWND window, LPPAINTSTRUCT paint) -> HDC {
@@ -217,6 +220,7 @@ SAYS(PostMessageW, BOOL, fakes.postResult, (HWND window, UINT message, WPARAM wP
      window, message, wParam);
 SAYS(PostQuitMessage, void, 0, (int code), "PostQuitMessage", code);
 REPLACE_IMPORT(GetMessageW) = [](LPMSG message, HWND, UINT, UINT) -> BOOL {
+    if (const auto play = std::exchange(fakes.play, nullptr)) play();
     if (fakes.messages.empty()) return FALSE;
     *message = fakes.messages.front();
     fakes.messages.erase(fakes.messages.begin());
@@ -251,6 +255,8 @@ SAYS(AllowSetForegroundWindow, BOOL, TRUE, (DWORD process), "AllowSetForegroundW
 
 REPLACE_IMPORT(PlaySoundW) = [](LPCWSTR bytes, HMODULE, DWORD flags) -> BOOL {
     recorded.sounds.push_back({bytes, flags});
+    tell(bytes ? "PlaySound " + text(reinterpret_cast<const DWORD *>(bytes)[1]) + " bytes " + text(flags)
+               : "PlaySound nothing");
     return fakes.playResult;
 };
 

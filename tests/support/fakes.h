@@ -35,6 +35,7 @@ struct Fakes {
     SYSTEMTIME localTime = {};        // GetLocalTime
     std::function<HRESULT(REFCLSID, void **)> makeObject;  // CoCreateInstance; it fails while this is empty
     std::set<std::string> failing;  // imports that fail, of those below that ask for it
+    std::function<void()> play;     // GetMessageW does this once instead, then ends the loop
 
     void passMs(DWORD ms)  // both clocks
     {
@@ -64,10 +65,18 @@ struct Recorded {
     std::vector<Invalidation> invalidations;
     std::vector<std::pair<const void *, DWORD>> sounds;  // bytes and flags of PlaySoundW
     std::map<std::pair<HWND, UINT_PTR>, UINT> timers;    // running: window and id, period
+    std::map<std::pair<HWND, UINT_PTR>, DWORD> started;  // the ticks at which they were set
     std::vector<std::string> calls;                      // the rest, in order, e.g. "KillTimer 6"
     int alive = 0;                                       // GDI+ objects made and not freed
 };
 inline Recorded recorded;
+
+// Where all that is done to the system is written, a line each in one order; nowhere while null.
+inline std::string *story = nullptr;
+inline void tell(const std::string &line)
+{
+    if (story) *story += line + "\n";
+}
 
 // Handles of windows that only the recorder knows begin here, two apart, in the order of creation.
 inline constexpr intptr_t firstFakeWindow = 0x5A0000;
@@ -85,6 +94,7 @@ int firstCall(const std::string &start);
 // A drawing call on one line: what, colour, width and round parts of the pen, numbers; with the monitor's
 // number where it is not the first.
 std::string textOf(const DrawCall &call);
+std::string textOf(const Invalidation &each);
 
 // All that was drawn and repainted, a line each, and the next output of markRng.
 std::string textOfRecord();
