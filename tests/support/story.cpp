@@ -56,6 +56,10 @@ REPLACE_IMPORT(CreateDIBSection, (HDC dc, const BITMAPINFO *info, UINT use, VOID
 REPLACE_IMPORT(SelectObject, (HDC dc, HGDIOBJ object), (dc, object));
 REPLACE_IMPORT(CreateRectRgn, (int left, int top, int right, int bottom), (left, top, right, bottom), left, top, right, bottom);
 REPLACE_IMPORT(UpdateLayeredWindow, (HWND window, HDC to, POINT *at, SIZE *size, HDC from, POINT *source, COLORREF key, BLENDFUNCTION *blend, DWORD flags), (window, to, at, size, from, source, key, blend, flags), at->x, at->y, size->cx, size->cy, blend->SourceConstantAlpha, flags);
+REPLACE_IMPORT(CreateDirectoryW, (LPCWSTR path, LPSECURITY_ATTRIBUTES traits), (path, traits));
+REPLACE_IMPORT(CopyFileW, (LPCWSTR from, LPCWSTR to, BOOL keep), (from, to, keep), keep);
+REPLACE_IMPORT(DeleteFileW, (LPCWSTR path), (path));
+REPLACE_IMPORT(WritePrivateProfileStringW, (LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR file), (section, key, value, file), value[0]);
 WRAP(GdipDrawImageRect, (GpGraphics *graphics, GpImage *image, REAL x, REAL y, REAL w, REAL h), (graphics, image, x, y, w, h), x, y, w, h)
 WRAP(GdipDrawImageRectRect, (GpGraphics *graphics, GpImage *image, REAL x, REAL y, REAL w, REAL h, REAL fx, REAL fy, REAL fw, REAL fh, GpUnit unit, const GpImageAttributes *traits, DrawImageAbort abort, VOID *data), (graphics, image, x, y, w, h, fx, fy, fw, fh, unit, traits, abort, data), x, y, w, h, fx, fy, fw, fh)
 WRAP(GdipDrawImageRectRectI, (GpGraphics *graphics, GpImage *image, INT x, INT y, INT w, INT h, INT fx, INT fy, INT fw, INT fh, GpUnit unit, const GpImageAttributes *traits, DrawImageAbort abort, VOID *data), (graphics, image, x, y, w, h, fx, fy, fw, fh, unit, traits, abort, data), x, y, w, h, fx, fy, fw, fh)
