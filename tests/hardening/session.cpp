@@ -311,8 +311,8 @@ static MSG input()
                                       WM_MOUSEMOVE,   WM_MOUSEMOVE,   WM_LBUTTONUP,   WM_RBUTTONDOWN,
                                       WM_RBUTTONUP,   WM_XBUTTONDOWN, WM_TOUCH,       WM_APPCOMMAND,
                                       WM_CONTEXTMENU, WM_SYSKEYDOWN,  WM_ACTIVATEAPP, WM_ACTIVATE};
-    // Each once, then as it comes.
-    const int next = inputsGiven < 28 ? inputsGiven++ : pick(0, 27);
+    const bool first = inputsGiven < 28;  // each once, then as it comes
+    const int next = first ? inputsGiven++ : pick(0, 27);
     const UINT message = next < 12 ? WM_KEYDOWN : others[next - 12];
     const WPARAM key = next < 12 ? keys[next] : message == WM_SYSKEYDOWN ? VK_F1 : 1;
     MSG made = {anyWindow(), message, key, pointAt(pick(0, 700), pick(0, 500)), 0, {}};
@@ -321,13 +321,15 @@ static MSG input()
     if (message == WM_KEYDOWN) made.lParam = pick(0, 3) ? 0 : 1 << 30;
     if (message == WM_SYSKEYDOWN) made.lParam = 1 << 29;
     if (message == WM_CONTEXTMENU) made.lParam = -1;
-    if (message == WM_LBUTTONDOWN && menuOpen && !menuEntries.empty())
+    if (!first && menuOpen && !menuEntries.empty() && pick(0, 3) == 0) {
+        keysDown.clear();  // both buttons would be something else
         made = {primaryWindow(),
-                message,
+                WM_LBUTTONDOWN,
                 0,
                 pointAt(menuEntries[0].rect.left + 9, menuEntries[0].rect.top + 9),
                 0,
                 {}};
+    }
     if (message == WM_LBUTTONDOWN && hintVisible && hintFloatWindow)
         made = {hintFloatWindow,
                 message,
@@ -335,23 +337,24 @@ static MSG input()
                 pointAt(int(hintCheckRect.X) + 5 - hintBox.left, int(hintCheckRect.Y) + 5 - hintBox.top),
                 0,
                 {}};
-    if (walkerActive && pick(0, 9) == 0)
+    if (!first && walkerActive && pick(0, 9) == 0)
         made = {primaryWindow(),
                 WM_LBUTTONDOWN,
                 0,
                 pointAt(int(walkerX), int(walkerY - walkerSize / 2.0f)),
                 0,
                 {}};
-    if (inputsGiven < 28 && !surfaces.empty()) {  // a faded penguin, which no walk shows yet
+    if (first && !surfaces.empty()) {  // a faded penguin, which no walk shows yet
         FrameRecord faded;
         faded.alpha = 0.5f;
         GraphicsScope scope(surfaces[0]);
         drawFrame(scope, faded);
     }
-    const bool right = message == WM_RBUTTONDOWN || message == WM_RBUTTONUP;
-    if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN)
+    const bool right = made.message == WM_RBUTTONDOWN || made.message == WM_RBUTTONUP;
+    if (made.message == WM_LBUTTONDOWN || made.message == WM_RBUTTONDOWN)
         keysDown.insert(right ? VK_RBUTTON : VK_LBUTTON);
-    if (message == WM_LBUTTONUP || message == WM_RBUTTONUP) keysDown.erase(right ? VK_RBUTTON : VK_LBUTTON);
+    if (made.message == WM_LBUTTONUP || made.message == WM_RBUTTONUP)
+        keysDown.erase(right ? VK_RBUTTON : VK_LBUTTON);
     static constexpr DWORD hooked[] = {VK_SNAPSHOT, VK_LWIN, VK_TAB, 'A'};
     const KBDLLHOOKSTRUCT event = {hooked[pick(0, 3)], 0, 0, 0, 0};
     lowLevelKeyboardProc(HC_ACTION, WM_KEYDOWN, LPARAM(&event));
@@ -624,12 +627,18 @@ int main(int argc, char **argv)
     rng.seed(unsigned(seed) + 1);
     markRng.seed(unsigned(seed));
     folder = std::filesystem::temp_directory_path() / ("session" + std::to_string(GetCurrentProcessId()));
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);  // of a process that was ended and had the same number
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "given.png") << "to be written over";
-    // An older folder to carry over, and more pictures than are kept.
+    // An older folder to carry over, unless new settings are to fail, and more pictures than are kept.
     const std::filesystem::path own = folder / "norvanta" / "Zubworks" / "Zubbly" / "SavedPictures";
-    std::filesystem::create_directories(folder / "norvanta" / "Zubbly");
-    std::ofstream(folder / "norvanta" / "Zubbly" / "config.ini") << "[Zubbly]\nAutoSaveIntervalSeconds=60\n";
+    const std::set<std::string> ofNewSettings = {"CreateFileW", "WriteFile"};
+    if (argc < 3 || !ofNewSettings.contains(argv[2])) {
+        std::filesystem::create_directories(folder / "norvanta" / "Zubbly");
+        std::ofstream(folder / "norvanta" / "Zubbly" / "config.ini")
+            << "[Zubbly]\nAutoSaveIntervalSeconds=60\n";
+    }
     std::filesystem::create_directories(own);
     for (int i = 0; i < 12; ++i)
         std::ofstream(own / ("auto-" + std::to_string(i)));
@@ -690,7 +699,6 @@ int main(int argc, char **argv)
         for (int i = 0; i < 5; ++i, ++row)
             std::printf("%7.1f ms  %s\n", row->first * 1000, row->second.c_str());
     }
-    std::error_code ignored;
     std::filesystem::remove_all(folder, ignored);
     std::fflush(stdout);
     ExitProcess(0);

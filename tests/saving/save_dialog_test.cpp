@@ -188,8 +188,18 @@ TEST(Capture, IsHeardEvenWhenItFailsAndLeavingIsNot)
     EXPECT_FALSE(hintVisible);
     EXPECT_EQ(recorded.calls.back(), "PostQuitMessage 0");
     EXPECT_TRUE(recorded.sounds.empty());
-    fakes.screen = {};  // the clipboard must not get the bitmap that the system has for no size
-    captureOrExit(0x2C, fakeWindow(0));
-    EXPECT_EQ(countCalls("SetClipboardData 2"), 0);
     destroyDialogHost();
+}
+
+// The clipboard must not get the bitmap that the system has for no size.
+TEST(Capture, HandsOverNoPictureOfAScreenWithoutSize)
+{
+    for (const POINT &size : {POINT{0, 600}, {800, 0}}) {
+        Desk desk(oneMonitor);
+        fakes.screen = {0, 0, size.x, size.y};
+        lastSoundTick = 0;
+        captureOrExit(0x2C, fakeWindow(0));
+        EXPECT_EQ(allCalls(), "");
+        EXPECT_EQ(lastSoundTick, fakes.tick);
+    }
 }

@@ -2,6 +2,8 @@
 // the system in it is told in order and must be the same as ever, to the last call. Each chapter's story is
 // kept as one number. With ZUBBLY_WRITE_PLAY=FILE the stories are written there, to be compared with those
 // of an earlier commit; where a change is meant, its new numbers come into the list below.
+#include <bit>
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <random>
@@ -15,6 +17,7 @@
 #include "mascot/show.h"
 #include "mascot/walker.h"
 #include "menu/menu.h"
+#include "shell/lockdown.h"
 #include "shell/painting.h"
 #include "shell/startup.h"
 #include "shell/window_proc.h"
@@ -41,17 +44,23 @@ static void paint()
     }
 }
 
-static void send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0, int window = 0)
+// After each message.
+static void settle()
 {
-    windowProc(fakeWindow(window), message, wParam, lParam);
     paint();
     // A child's hands: whatever comes in whatever order, the counts keep their ranges and nothing leaks.
     EXPECT_TRUE(keyMashCount >= 0 && keyMashCount <= 50 && sameKeyCount >= 0 && sameKeyCount <= 6);
     EXPECT_TRUE(spiralRadius >= 70.0f && spiralRadius <= 420.0f && autoMode >= 0 && autoMode <= 3);
-    EXPECT_EQ(recorded.alive, 0);
+    EXPECT_EQ(recorded.alive + countCalls("InvalidateRect with"), 0);
     recorded.draws.clear();
     recorded.calls.clear();
     recorded.sounds.clear();
+}
+
+static void send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0, int window = 0)
+{
+    windowProc(fakeWindow(window), message, wParam, lParam);
+    settle();
 }
 
 // Time passes, and each timer fires when it is due.
@@ -67,13 +76,16 @@ static void wait(DWORD ms)
         fakes.passMs(due(*next) - fakes.tick);
         recorded.started[next->first] = fakes.tick;
         windowProc(window, WM_TIMER, id, 0);
-        send(WM_NULL);
+        settle();
     }
     fakes.passMs(end - fakes.tick);
+    fakes.wallSeconds = 1'700'000'000 + fakes.tick / 1000;
 }
 
 static void press(uint32_t key, DWORD held = 60, DWORD after = 200)
 {
+    const KBDLLHOOKSTRUCT event = {key, 0, 0, 0, 0};
+    if (lowLevelKeyboardProc(HC_ACTION, WM_KEYDOWN, LPARAM(&event)) != 0) return;
     send(WM_KEYDOWN, key);
     for (; held > 60; held -= 40) {
         wait(40);
@@ -115,8 +127,11 @@ static void calmKeys()
 static void mashedKeys()
 {
     press('K', 6000);
-    for (int i = 0; i < 150; ++i)
-        press(uint32_t(pick('A', 'Z')), 30, DWORD(pick(5, 90)));
+    for (int i = 0; i < 150; ++i) {
+        const int key = pick('A', 'Z');
+        const int pause = pick(5, 90);
+        press(uint32_t(key), 30, DWORD(pause));
+    }
     wait(3000);
     for (const uint32_t key : {VK_SHIFT, VK_TAB, VK_F5, VK_OEM_COMMA, VK_APPS, VK_LWIN, VK_INSERT, VK_HOME})
         press(key);
@@ -125,7 +140,9 @@ static void mashedKeys()
 static void tapsAndStrokes()
 {
     for (int i = 0; i < 40; ++i) {
-        tap(pick(5, 395), pick(5, 295));
+        const int x = pick(5, 395);
+        const int y = pick(5, 295);
+        tap(x, y);
         fakes.keysDown.insert(VK_LBUTTON);
         send(WM_LBUTTONDOWN, 0, at(200, 150));
         for (int step = 0; step < 12; ++step) {
@@ -137,6 +154,7 @@ static void tapsAndStrokes()
         wait(400);
     }
     send(WM_XBUTTONDOWN, 0, at(50, 60));
+    wait(4000);
     for (const DWORD flags : {DWORD(TOUCHEVENTF_DOWN), DWORD(TOUCHEVENTF_MOVE), DWORD(TOUCHEVENTF_UP)}) {
         fakes.touches = {{9000, 8000, nullptr, 1, flags, 0, 0, 0, 0, 0},
                          {500, 600, nullptr, 2, flags, 0, 0, 0, 0, 0}};
@@ -168,7 +186,7 @@ static void wipes()
 {
     for (int i = 0; i < 30; ++i) {
         press('B');
-        press(VK_ESCAPE, 60, i % 4 ? 2600 : 200);
+        press(VK_ESCAPE, 60, i % 4 ? 3000 : 200);
     }
     wait(5000);
 }
@@ -191,10 +209,10 @@ static void menu()
 
 static void autoDrawing()
 {
-    for (int i = 0; i < 6; ++i) {
-        press(VK_RETURN, 60, 25'000);
-        if (i == 2) press('Z');  // a child's key ends the run
-        if (i == 4) tap(100, 100);
+    for (int i = 0; i < 16; ++i) {
+        press(VK_RETURN, 60, i % 4 == 3 ? 3000 : 25'000);
+        if (i == 7) press('Z');  // a child's key ends the run
+        if (i == 11) tap(100, 100);
     }
     press(VK_ESCAPE, 60, 4000);
 }
@@ -213,19 +231,21 @@ static void penguin()
 static void grownUps()
 {
     press(VK_SNAPSHOT);
+    send(WM_APP + 1, VK_SNAPSHOT);
     send(WM_SYSKEYDOWN, VK_F1, 1 << 29);
     send(WM_ACTIVATE, WA_INACTIVE);
     send(WM_ACTIVATE, WA_ACTIVE);
     send(WM_SETFOCUS);
     send(WM_ACTIVATEAPP, FALSE);
     send(WM_ACTIVATEAPP, TRUE);
-    send(WM_DISPLAYCHANGE);
     send(WM_APPCOMMAND);
     fakes.foreground = HWND(0x77);
     wait(4000);
     fakes.foreground = fakeWindow(0);
     wait(200'000);  // the hint comes again, and pictures are saved
-    if (hintVisible) hintPanelClick(int(hintCheckRect.X) + 5, int(hintCheckRect.Y) + 5);
+    EXPECT_TRUE(hintVisible && IsWindowVisible(hintFloatWindow));
+    SendMessageW(hintFloatWindow, WM_LBUTTONDOWN, 0,
+                 MAKELPARAM(int(hintCheckRect.X) + 5 - hintBox.left, int(hintCheckRect.Y) + 5 - hintBox.top));
     wait(20'000);
 }
 
@@ -238,10 +258,13 @@ static void anything()
     for (int message = 0; message < 2500; ++message) {
         wait(DWORD(pick(0, 7) == 0 ? pick(0, 1499) : pick(0, 89)));
         const UINT kind = kinds[pick(0, 7)];
-        if (kind == WM_LBUTTONDOWN) fakes.keysDown.insert(VK_LBUTTON);
-        if (kind == WM_LBUTTONUP) fakes.keysDown.erase(VK_LBUTTON);
+        const int button = kind >= WM_RBUTTONDOWN ? VK_RBUTTON : VK_LBUTTON;
+        if (kind == WM_LBUTTONDOWN || kind == WM_RBUTTONDOWN) fakes.keysDown.insert(button);
+        if (kind == WM_LBUTTONUP || kind == WM_RBUTTONUP) fakes.keysDown.erase(button);
         const int key = int(keys[pick(0, 14)]);
-        const LPARAM place = at(pick(0, 399), pick(0, 299));
+        const int x = pick(0, 399);
+        const int y = pick(0, 299);
+        const LPARAM place = at(x, y);
         const int repeated = pick(0, 1);
         if (kind < WM_MOUSEFIRST) send(kind, WPARAM(key), repeated << 30);
         if (kind >= WM_MOUSEFIRST) send(kind, 0, place, pick(0, 1));
@@ -249,27 +272,41 @@ static void anything()
     wait(60'000);
 }
 
+// The last one is what comes after the loop.
 static const struct {
     const char *name;
     void (*play)();
     uint32_t story;
-} chapters[] = {{"start-up", [] { wait(2000); }, 0xabb7ec3f},
-                {"calm keys", calmKeys, 0x855b849e},
-                {"mashed keys", mashedKeys, 0x27621760},
-                {"taps and strokes", tapsAndStrokes, 0xfe1e5685},
-                {"Space and pen", spaceAndPen, 0x8ba153a2},
-                {"wipes", wipes, 0x3f621dd1},
-                {"menu", menu, 0x4a28f25a},
-                {"auto-drawing", autoDrawing, 0x93306c21},
-                {"penguin", penguin, 0xa85037ab},
-                {"grown-ups", grownUps, 0xef1a098},
-                {"anything", anything, 0x5b5f0f8a},
-                {"way out", [] { send(WM_SYSKEYDOWN, VK_F4, 1 << 29); }, 0xcac2cd56}};
+} chapters[] = {{"start-up", [] { wait(2000); }, 0x5f52c74},
+                {"calm keys", calmKeys, 0x8e9af1d5},
+                {"mashed keys", mashedKeys, 0xb51bbab3},
+                {"taps and strokes", tapsAndStrokes, 0x703e2ba1},
+                {"Space and pen", spaceAndPen, 0x3de95a56},
+                {"wipes", wipes, 0x63c9025e},
+                {"menu", menu, 0x402221b},
+                {"auto-drawing", autoDrawing, 0x6e9f93a1},
+                {"penguin", penguin, 0xaf67a579},
+                {"grown-ups", grownUps, 0x80e511a9},
+                {"anything", anything, 0xa949ce1f},
+                {"way out", [] { send(WM_SYSKEYDOWN, VK_F4, 1 << 29); }, 0xc6b1cbb2},
+                {"the end", nullptr, 0x88b84cb8}};
+
+// The story hangs on the last bits of these, which are the system's.
+static uint32_t mathematics()
+{
+    std::wstring bits;
+    for (float x = 0.0f; x < 20.0f; x += 0.01f) {
+        for (const float value : {sinf(x), cosf(x), powf(x, 0.75f)})
+            bits += std::to_wstring(std::bit_cast<uint32_t>(value));
+    }
+    return hashOf(bits);
+}
 
 TEST(Play, IsTheSameAsEver)
 {
     if (testing::UnitTest::GetInstance()->test_to_run_count() > 1)
         GTEST_SKIP() << "a story begins with all as a new process has it";
+    EXPECT_EQ(mathematics(), 289075063u) << "another library of mathematics; what follows may come of that";
     const Desk empty({});
     const TestFolder folder;
     wchar_t file[260] = {};
@@ -278,7 +315,6 @@ TEST(Play, IsTheSameAsEver)
     fakes.monitors = {{0, 0, 400, 300}, {-200, 50, 0, 250}};
     fakes.screen = {-200, 0, 600, 300};
     fakes.foreground = fakeWindow(0);
-    fakes.wallSeconds = 1'700'000'000;
     fakes.localTime = {2026, 5, 4, 7, 12, 30, 15, 0};
     HDC screen = CreateCompatibleDC(nullptr);
     SelectObject(screen, CreateBitmap(400, 300, 1, 32, nullptr));
@@ -286,17 +322,23 @@ TEST(Play, IsTheSameAsEver)
     child.seed(1);
     std::string told;
     story = &told;
+    const char *const written = std::getenv("ZUBBLY_WRITE_PLAY");
+    std::ofstream copy(written ? written : "NUL", std::ios::binary);
+    const auto compare = [&](const auto &chapter) {
+        const uint32_t hash = hashOf(std::wstring(told.begin(), told.end()));
+        EXPECT_EQ(hash, chapter.story)
+            << chapter.name << std::hex << ": 0x" << hash << ", " << std::dec << told.size();
+        copy << "= " << chapter.name << "\n" << told;
+        told.clear();
+    };
     fakes.play = [&] {
-        const char *const written = std::getenv("ZUBBLY_WRITE_PLAY");
-        for (const auto &[name, play, known] : chapters) {
-            play();
-            const uint32_t hash = hashOf(std::wstring(told.begin(), told.end()));
-            EXPECT_EQ(hash, known) << name << std::hex << ": 0x" << hash << ", " << std::dec << told.size();
-            if (written) std::ofstream(written, std::ios::app) << "= " << name << "\n" << told;
-            told.clear();
+        for (const auto &chapter : chapters) {
+            if (!chapter.play) break;
+            chapter.play();
+            compare(chapter);
         }
     };
     EXPECT_EQ(runApp(nullptr), 0);
+    compare(*std::rbegin(chapters));
     story = nullptr;
-    EXPECT_EQ(countCalls("InvalidateRect with"), 0);
 }

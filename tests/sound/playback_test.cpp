@@ -35,25 +35,6 @@ static void send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
     windowProc(fakeWindow(0), message, wParam, lParam);
 }
 
-// The slot of a clip; of one made while playing, its samples, how often it crosses zero and its peak.
-static std::string nameOf(const void *bytes)
-{
-    for (const auto &[name, clips] : slotsOfBanks()) {
-        for (size_t i = 0; i < clips.size(); ++i) {
-            if (clips[i].data() == bytes) return name + " " + std::to_string(i);
-        }
-    }
-    uint32_t size = 0;
-    std::memcpy(&size, static_cast<const uint8_t *>(bytes) + 40, 4);
-    const int16_t *const samples = static_cast<const int16_t *>(bytes) + 22;
-    int crossings = 0, peak = 0;
-    for (size_t i = 1; i < size / 2; ++i) {
-        crossings += (samples[i] < 0) != (samples[i - 1] < 0);
-        peak = std::max(peak, std::abs(int(samples[i])));
-    }
-    return std::to_string(size / 2) + "/" + std::to_string(crossings) + "/" + std::to_string(peak / 16);
-}
-
 // What an event plays for many seeds and how the streams go on, against choices.txt. With
 // ZUBBLY_WRITE_CHOICES=FILE it is appended there.
 static void tell(const std::string &name, const std::function<void()> &event)

@@ -15,6 +15,8 @@ void seedAll(uint32_t seed)
 TestFolder::TestFolder()
     : path(std::filesystem::temp_directory_path() / ("zubbly" + std::to_string(GetCurrentProcessId())))
 {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);  // of a process that was ended and had the same number
     std::filesystem::create_directories(path);
     fakes.folder = path;
 }

@@ -18,7 +18,7 @@ static void record(const char *what, const GpGraphics *graphics, const void *pai
     call.what = what;
     call.dc = traitsOf(graphics).dc;
     call.numbers = std::move(numbers);
-    tell(textOf(call));
+    if (story) tell(textOf(call));
     recorded.draws.push_back(std::move(call));
 }
 
@@ -139,6 +139,7 @@ WRAP(GdipDrawString, (GpGraphics * graphics, const WCHAR *text, INT length, cons
     RectF box;
     INT fitted = 0;
     GdipMeasureString(graphics, text, length, font, layout, format, &box, &fitted, nullptr);
+    if (story) tell(std::to_string(hashOf({text, size_t(length)})));
     record("DrawString", graphics, brush,
            flat(layout->X, layout->Y, layout->Width, layout->Height, box.X, box.Y, box.Width, box.Height,
                 fitted, length));

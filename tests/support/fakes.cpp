@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "sound/slots.h"
+
 int countCalls(const std::string &start)
 {
     return int(std::count_if(recorded.calls.begin(), recorded.calls.end(),
@@ -44,7 +46,7 @@ static std::string text(HWND window)
 template <class Answer, class... Parts> static Answer said(Answer answer, const char *what, Parts... parts)
 {
     recorded.calls.push_back((std::string(what) + ... + (" " + text(parts))));
-    tell(recorded.calls.back());
+    if (story) tell(recorded.calls.back());
     return answer;
 }
 
@@ -117,7 +119,7 @@ REPLACE_IMPORT(KillTimer) = [](HWND window, UINT_PTR id) -> BOOL {
 };
 REPLACE_IMPORT(InvalidateRect) = [](HWND window, const RECT *rect, BOOL erase) -> BOOL {
     recorded.invalidations.push_back({window, rect == nullptr, rect ? *rect : RECT{}});
-    tell(textOf(recorded.invalidations.back()));
+    if (story) tell(textOf(recorded.invalidations.back()));
     return window && !erase ? TRUE : said(FALSE, "InvalidateRect with a null window or erasing");
 };
 REPLACE_IMPORT(BeginPaint) = [](HWND window, LPPAINTSTRUCT paint) -> HDC {
@@ -139,7 +141,8 @@ REPLACE_IMPORT(CreateWindowExW) = [](DWORD extended, LPCWSTR name, LPCWSTR title
                                      int w, int h, HWND parent, HMENU menu, HINSTANCE instance,
                                      LPVOID data) -> HWND {
     if (!HIWORD(intptr_t(name)) || std::wstring(name) != L"ZubblyWindow")
-        return REAL(CreateWindowExW)(extended, name, title, style, x, y, w, h, parent, menu, instance, data);
+        return REAL(CreateWindowExW)(extended, name, title, style, x, y, w, h,
+                                     isFake(parent) ? nullptr : parent, menu, instance, data);
     const HWND made = fails("CreateWindowExW") ? nullptr : fakeWindow(int(surfaces.size()));
     return said(made, "CreateWindow", extended, style, x, y, w, h);
 };
@@ -255,8 +258,7 @@ SAYS(AllowSetForegroundWindow, BOOL, TRUE, (DWORD process), "AllowSetForegroundW
 
 REPLACE_IMPORT(PlaySoundW) = [](LPCWSTR bytes, HMODULE, DWORD flags) -> BOOL {
     recorded.sounds.push_back({bytes, flags});
-    tell(bytes ? "PlaySound " + text(reinterpret_cast<const DWORD *>(bytes)[1]) + " bytes " + text(flags)
-               : "PlaySound nothing");
+    if (story) tell("PlaySound " + (bytes ? nameOf(bytes) : "nothing") + " " + text(flags));
     return fakes.playResult;
 };
 

@@ -71,11 +71,11 @@ struct Recorded {
 };
 inline Recorded recorded;
 
-// Where all that is done to the system is written, a line each in one order; nowhere while null.
+// Where all that is done to the system is written, a line each in one order; nobody tells while it is null.
 inline std::string *story = nullptr;
 inline void tell(const std::string &line)
 {
-    if (story) *story += line + "\n";
+    *story += line + "\n";
 }
 
 // Handles of windows that only the recorder knows begin here, two apart, in the order of creation.

@@ -2,6 +2,8 @@
 // the same sizes whatever fonts there are while a story is told.
 #include <cstdio>
 
+#include "mascot/frames.h"
+#include "mascot/sprites.h"
 #include "support/fakes.h"
 
 template <class... Numbers> static void tellCall(const char *what, Numbers... numbers)
@@ -43,26 +45,55 @@ static COLORREF colorOf(HBRUSH brush)
     return traits.lbColor;
 }
 
+// The surface whose canvas it is; -1 for a window, -2 for the rest.
+static int placeOf(HDC dc)
+{
+    for (size_t i = 0; i < surfaces.size(); ++i)
+        if (surfaces[i].canvasDC == dc) return int(i);
+    return dc == fakes.paintDC ? -1 : -2;
+}
+// Sprites have numbers from 1 on.
+static int numberOf(HGDIOBJ object)
+{
+    int number = 0;
+    for (const auto *sprites : {&glowSprites, &starSprites, &heartSprites}) {
+        for (const Sprite &sprite : *sprites) {
+            ++number;
+            if (object && sprite.bitmap == object) return number;
+        }
+    }
+    return 0;
+}
+static int numberOf(const GpImage *image)
+{
+    int number = 0;
+    for (const ImageFrame *frame : {bubbleFrame, mainFrame, happyFrame, cheerFrame}) {
+        ++number;
+        if (frame && frame->image == image) return number;
+    }
+    return 0;
+}
+
 // clang-format off
-REPLACE_IMPORT(BitBlt, (HDC to, int x, int y, int w, int h, HDC from, int fx, int fy, DWORD rop), (to, x, y, w, h, from, fx, fy, rop), x, y, w, h, fx, fy, rop);
-REPLACE_IMPORT(AlphaBlend, (HDC to, int x, int y, int w, int h, HDC from, int fx, int fy, int fw, int fh, BLENDFUNCTION blend), (to, x, y, w, h, from, fx, fy, fw, fh, blend), x, y, w, h, fx, fy, fw, fh, blend.SourceConstantAlpha);
-REPLACE_IMPORT(FillRect, (HDC dc, const RECT *rect, HBRUSH brush), (dc, rect, brush), rect->left, rect->top, rect->right, rect->bottom, colorOf(brush));
+REPLACE_IMPORT(BitBlt, (HDC to, int x, int y, int w, int h, HDC from, int fx, int fy, DWORD rop), (to, x, y, w, h, from, fx, fy, rop), placeOf(to), placeOf(from), x, y, w, h, fx, fy, rop);
+REPLACE_IMPORT(AlphaBlend, (HDC to, int x, int y, int w, int h, HDC from, int fx, int fy, int fw, int fh, BLENDFUNCTION blend), (to, x, y, w, h, from, fx, fy, fw, fh, blend), placeOf(to), x, y, w, h, fx, fy, fw, fh, blend.SourceConstantAlpha);
+REPLACE_IMPORT(FillRect, (HDC dc, const RECT *rect, HBRUSH brush), (dc, rect, brush), placeOf(dc), rect->left, rect->top, rect->right, rect->bottom, colorOf(brush));
 REPLACE_IMPORT(CreateSolidBrush, (COLORREF color), (color), color);
 REPLACE_IMPORT(DeleteObject, (HGDIOBJ object), (object));
 REPLACE_IMPORT(CreateCompatibleDC, (HDC dc), (dc));
 REPLACE_IMPORT(DeleteDC, (HDC dc), (dc));
 REPLACE_IMPORT(CreateCompatibleBitmap, (HDC dc, int w, int h), (dc, w, h), w, h);
 REPLACE_IMPORT(CreateDIBSection, (HDC dc, const BITMAPINFO *info, UINT use, VOID **bits, HANDLE file, DWORD at), (dc, info, use, bits, file, at), info->bmiHeader.biWidth, info->bmiHeader.biHeight);
-REPLACE_IMPORT(SelectObject, (HDC dc, HGDIOBJ object), (dc, object));
+REPLACE_IMPORT(SelectObject, (HDC dc, HGDIOBJ object), (dc, object), placeOf(dc), numberOf(object));
 REPLACE_IMPORT(CreateRectRgn, (int left, int top, int right, int bottom), (left, top, right, bottom), left, top, right, bottom);
 REPLACE_IMPORT(UpdateLayeredWindow, (HWND window, HDC to, POINT *at, SIZE *size, HDC from, POINT *source, COLORREF key, BLENDFUNCTION *blend, DWORD flags), (window, to, at, size, from, source, key, blend, flags), at->x, at->y, size->cx, size->cy, blend->SourceConstantAlpha, flags);
 REPLACE_IMPORT(CreateDirectoryW, (LPCWSTR path, LPSECURITY_ATTRIBUTES traits), (path, traits));
 REPLACE_IMPORT(CopyFileW, (LPCWSTR from, LPCWSTR to, BOOL keep), (from, to, keep), keep);
 REPLACE_IMPORT(DeleteFileW, (LPCWSTR path), (path));
 REPLACE_IMPORT(WritePrivateProfileStringW, (LPCWSTR section, LPCWSTR key, LPCWSTR value, LPCWSTR file), (section, key, value, file), value[0]);
-WRAP(GdipDrawImageRect, (GpGraphics *graphics, GpImage *image, REAL x, REAL y, REAL w, REAL h), (graphics, image, x, y, w, h), x, y, w, h)
-WRAP(GdipDrawImageRectRect, (GpGraphics *graphics, GpImage *image, REAL x, REAL y, REAL w, REAL h, REAL fx, REAL fy, REAL fw, REAL fh, GpUnit unit, const GpImageAttributes *traits, DrawImageAbort abort, VOID *data), (graphics, image, x, y, w, h, fx, fy, fw, fh, unit, traits, abort, data), x, y, w, h, fx, fy, fw, fh)
-WRAP(GdipDrawImageRectRectI, (GpGraphics *graphics, GpImage *image, INT x, INT y, INT w, INT h, INT fx, INT fy, INT fw, INT fh, GpUnit unit, const GpImageAttributes *traits, DrawImageAbort abort, VOID *data), (graphics, image, x, y, w, h, fx, fy, fw, fh, unit, traits, abort, data), x, y, w, h, fx, fy, fw, fh)
+WRAP(GdipDrawImageRect, (GpGraphics *graphics, GpImage *image, REAL x, REAL y, REAL w, REAL h), (graphics, image, x, y, w, h), numberOf(image), x, y, w, h)
+WRAP(GdipDrawImageRectRect, (GpGraphics *graphics, GpImage *image, REAL x, REAL y, REAL w, REAL h, REAL fx, REAL fy, REAL fw, REAL fh, GpUnit unit, const GpImageAttributes *traits, DrawImageAbort abort, VOID *data), (graphics, image, x, y, w, h, fx, fy, fw, fh, unit, traits, abort, data), numberOf(image), x, y, w, h, fx, fy, fw, fh)
+WRAP(GdipDrawImageRectRectI, (GpGraphics *graphics, GpImage *image, INT x, INT y, INT w, INT h, INT fx, INT fy, INT fw, INT fh, GpUnit unit, const GpImageAttributes *traits, DrawImageAbort abort, VOID *data), (graphics, image, x, y, w, h, fx, fy, fw, fh, unit, traits, abort, data), numberOf(image), x, y, w, h, fx, fy, fw, fh)
 WRAP(GdipScaleWorldTransform, (GpGraphics *graphics, REAL x, REAL y, GpMatrixOrder order), (graphics, x, y, order), x, y, order)
 WRAP(GdipGraphicsClear, (GpGraphics *graphics, ARGB color), (graphics, color), color)
 WRAP(GdipStartPathFigure, (GpPath *path), (path))
