@@ -103,18 +103,16 @@ struct Hook<import, draws, Result(WINAPI *)(Args...)> {
 
 // The formatter never settles on this list.
 // clang-format off
-#define EACH_DRAWING_CALL(DO)                                                                                        \
-    DO(GdipCreateFromHDC)                                                                                    \
-    DO(GdipSetSmoothingMode)                                                                                 \
-    DO(GdipDeleteGraphics) DO(GdipCreateSolidFill) DO(GdipDeleteBrush) DO(GdipCreatePen1) DO(GdipDeletePen)  \
-        DO(GdipSetPenStartCap) DO(GdipSetPenEndCap) DO(GdipSetPenLineJoin) DO(GdipSetPenLineCap197819)       \
-            DO(GdipCreatePath) DO(GdipDeletePath) DO(GdipStartPathFigure) DO(GdipClosePathFigure)            \
-                DO(GdipAddPathBezier) DO(GdipAddPathPolygon) DO(GdipFillEllipse) DO(GdipFillEllipseI)        \
-                    DO(GdipDrawEllipse) DO(GdipDrawEllipseI) DO(GdipFillRectangle) DO(GdipDrawRectangle)     \
-                        DO(GdipFillPolygon) DO(GdipFillPolygonI) DO(GdipDrawPolygon) DO(GdipDrawPolygonI)    \
-                            DO(GdipDrawLine) DO(GdipDrawArc) DO(GdipDrawBezier) DO(GdipFillPath)             \
-                                DO(GdipDrawPath) DO(GdipTranslateWorldTransform)                             \
-                                    DO(GdipRotateWorldTransform) DO(FillRect)
+#define EACH_DRAWING_CALL(DO)                                                                               \
+    DO(GdipCreateFromHDC) DO(GdipSetSmoothingMode) DO(GdipDeleteGraphics) DO(GdipCreateSolidFill)           \
+    DO(GdipDeleteBrush) DO(GdipCreatePen1) DO(GdipDeletePen) DO(GdipSetPenStartCap) DO(GdipSetPenEndCap)    \
+    DO(GdipSetPenLineJoin) DO(GdipSetPenLineCap197819) DO(GdipCreatePath) DO(GdipDeletePath)                \
+    DO(GdipStartPathFigure) DO(GdipClosePathFigure) DO(GdipAddPathBezier) DO(GdipAddPathPolygon)            \
+    DO(GdipFillEllipse) DO(GdipFillEllipseI) DO(GdipDrawEllipse) DO(GdipDrawEllipseI)                       \
+    DO(GdipFillRectangle) DO(GdipDrawRectangle) DO(GdipFillPolygon) DO(GdipFillPolygonI)                    \
+    DO(GdipDrawPolygon) DO(GdipDrawPolygonI) DO(GdipDrawLine) DO(GdipDrawArc) DO(GdipDrawBezier)            \
+    DO(GdipFillPath) DO(GdipDrawPath) DO(GdipTranslateWorldTransform) DO(GdipRotateWorldTransform)          \
+    DO(FillRect)
 // clang-format on
 #define EACH_QUESTION(DO) DO(GetSystemMetrics) DO(InvalidateRect)
 #define DECLARE(name) extern decltype(&name) __imp_##name;
