@@ -479,8 +479,9 @@ static BOOL WINAPI nextMessage(LPMSG message, HWND, UINT, UINT)
 // --- Measures.
 struct Load {
     DWORD gdi, windows, handles;
-    int64_t alive;     // GDI+ objects
-    size_t heap, all;  // KiB: what is in use of the heaps, and what the process has
+    int64_t alive;             // GDI+ objects
+    size_t heap, all;          // KiB: what is in use of the heaps, and what the process has
+    std::map<int, int> kinds;  // GDI objects by their types
 };
 
 static Load load()
@@ -498,8 +499,10 @@ static Load load()
     const auto peb = reinterpret_cast<uint8_t *(*)()>(
         reinterpret_cast<void *>(GetProcAddress(GetModuleHandleW(L"ntdll"), "RtlGetCurrentPeb")));
     const GdiEntry *table = *reinterpret_cast<GdiEntry **>(peb() + 0xF8);
-    now.gdi =
-        DWORD(std::count_if(table, table + 0x4000, [](const GdiEntry &entry) { return entry.type != 0; }));
+    for (const GdiEntry *entry = table; entry < table + 0x4000; ++entry)
+        if (entry->type != 0) ++now.kinds[entry->type];
+    for (const auto &[kind, count] : now.kinds)
+        now.gdi += DWORD(count);
     const auto count = [](HWND, LPARAM windows) -> BOOL {
         return ++*reinterpret_cast<DWORD *>(windows) != 0;
     };
@@ -538,13 +541,21 @@ static void show(const std::string &when, const Load &now)
     std::fflush(stdout);
 }
 
-static void expectFlat(const Load &first, const Load &now)
+// What is there for a moment, such as while something is drawn by the way, is gone by one of the next looks.
+static void expectFlat(const Load &first, const Load &now, int looks)
 {
-    if (now.gdi > first.gdi + 4 || now.windows > first.windows + 4 || now.handles > first.handles + 4 ||
-        now.alive > first.alive + 1 || now.heap > first.heap + 1024 || now.all > first.all + 16 * 1024) {
-        show("grown", now);
-        red("it grows");
+    static int grown;
+    if (now.gdi <= first.gdi + 4 && now.windows <= first.windows + 4 && now.handles <= first.handles + 4 &&
+        now.alive <= first.alive + 1 && now.heap <= first.heap + 1024 && now.all <= first.all + 16 * 1024) {
+        grown = 0;
+        return;
     }
+    show("grown", now);
+    for (const auto &[kind, count] : now.kinds)
+        std::printf("%d of kind %02X; ", count, kind);
+    std::printf("show %d, walker %d, hint %d, menu %d, wipe %d, steps %d, dialogs %d\n", showActive,
+                walkerActive, hintVisible, menuOpen, wipeRunning, autoStepsLeft, dialogs);
+    if (++grown == looks) red("it grows");
 }
 
 static std::map<std::string, std::pair<double, double>> longest;  // of each kind: seconds and minute
@@ -565,8 +576,13 @@ static void watch(MSG &message)
         const uint64_t minutes = (milliseconds - sessionBegin) / 60'000;
         const Load now = load();
         if (minutes <= 1) first = now;
-        if (minutes >= 1) expectFlat(first, now);
-        if (minutes % 60 == 1 || minutes == 1) show("minute " + std::to_string(minutes), now);
+        if (minutes >= 1) expectFlat(first, now, 3);
+        if (minutes % 60 == 1) {
+            show("minute " + std::to_string(minutes), now);
+            for (const auto &[kind, count] : now.kinds)
+                std::printf("%d of kind %02X; ", count, kind);
+            std::puts("");
+        }
         nextLook = sessionBegin + (minutes + 1) * 60'000;
     }
     static double begin = seconds();
@@ -680,7 +696,7 @@ int main(int argc, char **argv)
             if (round < 3) {
                 first = now;
             } else {
-                expectFlat(first, now);
+                expectFlat(first, now, 1);
             }
         }
     } else if (mode == "day") {

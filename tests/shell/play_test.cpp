@@ -277,17 +277,17 @@ static const struct {
     const char *name;
     void (*play)();
     uint32_t story;
-} chapters[] = {{"start-up", [] { wait(2000); }, 0x5f52c74},
-                {"calm keys", calmKeys, 0x8e9af1d5},
-                {"mashed keys", mashedKeys, 0xb51bbab3},
-                {"taps and strokes", tapsAndStrokes, 0x703e2ba1},
-                {"Space and pen", spaceAndPen, 0x3de95a56},
-                {"wipes", wipes, 0x63c9025e},
-                {"menu", menu, 0x402221b},
-                {"auto-drawing", autoDrawing, 0x6e9f93a1},
-                {"penguin", penguin, 0xaf67a579},
-                {"grown-ups", grownUps, 0x80e511a9},
-                {"anything", anything, 0xa949ce1f},
+} chapters[] = {{"start-up", [] { wait(2000); }, 0x19bdfbd8},
+                {"calm keys", calmKeys, 0x7220b86b},
+                {"mashed keys", mashedKeys, 0x9927eb31},
+                {"taps and strokes", tapsAndStrokes, 0xdc0a9053},
+                {"Space and pen", spaceAndPen, 0xca4b855e},
+                {"wipes", wipes, 0x48de5cf2},
+                {"menu", menu, 0x9f8dd1c7},
+                {"auto-drawing", autoDrawing, 0x3a083f75},
+                {"penguin", penguin, 0x4723aaf7},
+                {"grown-ups", grownUps, 0xb12a0375},
+                {"anything", anything, 0xd1c39435},
                 {"way out", [] { send(WM_SYSKEYDOWN, VK_F4, 1 << 29); }, 0xc6b1cbb2},
                 {"the end", nullptr, 0x88b84cb8}};
 

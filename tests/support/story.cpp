@@ -102,6 +102,7 @@ WRAP(GdipSetSmoothingMode, (GpGraphics *graphics, SmoothingMode mode), (graphics
 WRAP(GdipSetCompositingMode, (GpGraphics *graphics, CompositingMode mode), (graphics, mode), mode)
 WRAP(GdipSetInterpolationMode, (GpGraphics *graphics, InterpolationMode mode), (graphics, mode), mode)
 WRAP(GdipSetPixelOffsetMode, (GpGraphics *graphics, PixelOffsetMode mode), (graphics, mode), mode)
+WRAP(GdipSetCompositingQuality, (GpGraphics *graphics, CompositingQuality quality), (graphics, quality), quality)
 WRAP(GdipSetTextRenderingHint, (GpGraphics *graphics, TextRenderingHint hint), (graphics, hint), hint)
 WRAP(GdipCreateFont, (const GpFontFamily *family, REAL size, INT style, Unit unit, GpFont **font), (family, size, style, unit, font), size, unit)
 WRAP(GdipSetStringFormatAlign, (GpStringFormat *format, StringAlignment align), (format, align), align)
