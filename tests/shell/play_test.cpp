@@ -283,11 +283,11 @@ static const struct {
                 {"taps and strokes", tapsAndStrokes, 0xdc0a9053},
                 {"Space and pen", spaceAndPen, 0xca4b855e},
                 {"wipes", wipes, 0x48de5cf2},
-                {"menu", menu, 0x9f8dd1c7},
+                {"menu", menu, 0xc15f97ab},
                 {"auto-drawing", autoDrawing, 0x3a083f75},
                 {"penguin", penguin, 0x4723aaf7},
                 {"grown-ups", grownUps, 0xb12a0375},
-                {"anything", anything, 0xd1c39435},
+                {"anything", anything, 0xbff15999},
                 {"way out", [] { send(WM_SYSKEYDOWN, VK_F4, 1 << 29); }, 0xc6b1cbb2},
                 {"the end", nullptr, 0x88b84cb8}};
 

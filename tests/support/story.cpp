@@ -81,6 +81,7 @@ REPLACE_IMPORT(FillRect, (HDC dc, const RECT *rect, HBRUSH brush), (dc, rect, br
 REPLACE_IMPORT(CreateSolidBrush, (COLORREF color), (color), color);
 REPLACE_IMPORT(DeleteObject, (HGDIOBJ object), (object));
 REPLACE_IMPORT(CreateCompatibleDC, (HDC dc), (dc));
+REPLACE_IMPORT(GdiFlush, (), ());
 REPLACE_IMPORT(DeleteDC, (HDC dc), (dc));
 REPLACE_IMPORT(CreateCompatibleBitmap, (HDC dc, int w, int h), (dc, w, h), w, h);
 REPLACE_IMPORT(CreateDIBSection, (HDC dc, const BITMAPINFO *info, UINT use, VOID **bits, HANDLE file, DWORD at), (dc, info, use, bits, file, at), info->bmiHeader.biWidth, info->bmiHeader.biHeight);
