@@ -538,10 +538,14 @@ static void show(const std::string &when, const Load &now)
         "%-22s %10ju messages; GDI %lu, windows %lu, handles %lu, GDI+ %jd, heap %zu KiB, process %zu KiB\n",
         when.c_str(), uintmax_t(messages), now.gdi, now.windows, now.handles, intmax_t(now.alive), now.heap,
         now.all);
+    for (const auto &[kind, count] : now.kinds)
+        std::printf(" %d of kind %02X;", count, kind);
+    std::puts("");
     std::fflush(stdout);
 }
 
-// What is there for a moment, such as while something is drawn by the way, is gone by one of the next looks.
+// What leaks stays. In two whole days there was one look that found six GDI objects too many, nobody knows
+// why.
 static void expectFlat(const Load &first, const Load &now, int looks)
 {
     static int grown;
@@ -551,8 +555,6 @@ static void expectFlat(const Load &first, const Load &now, int looks)
         return;
     }
     show("grown", now);
-    for (const auto &[kind, count] : now.kinds)
-        std::printf("%d of kind %02X; ", count, kind);
     std::printf("show %d, walker %d, hint %d, menu %d, wipe %d, steps %d, dialogs %d\n", showActive,
                 walkerActive, hintVisible, menuOpen, wipeRunning, autoStepsLeft, dialogs);
     if (++grown == looks) red("it grows");
@@ -577,12 +579,7 @@ static void watch(MSG &message)
         const Load now = load();
         if (minutes <= 1) first = now;
         if (minutes >= 1) expectFlat(first, now, 3);
-        if (minutes % 60 == 1) {
-            show("minute " + std::to_string(minutes), now);
-            for (const auto &[kind, count] : now.kinds)
-                std::printf("%d of kind %02X; ", count, kind);
-            std::puts("");
-        }
+        if (minutes % 60 == 1) show("minute " + std::to_string(minutes), now);
         nextLook = sessionBegin + (minutes + 1) * 60'000;
     }
     static double begin = seconds();
