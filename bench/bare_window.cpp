@@ -1,7 +1,7 @@
 // The floor of what a program can take under Wine: a Win32 program with one window over the whole screen. It
 // answers the release of a key or button by filling itself at once and a drag by a small square at the
 // pointer.
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 static void fill(HWND window, const RECT &part)
 {

@@ -1,7 +1,7 @@
 #pragma once
 // One surface as large as the bench wants it, whatever the display's size is. The import is replaced by
 // being defined here, so include this once.
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 
 inline RECT deskMonitor = {};
 

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 struct RecordedCall {
     bool draws;  // GDI and GDI+; the others ask for the screen's size or for a repaint

@@ -8,7 +8,7 @@ DRAW = re.compile(r"\b(randInt|randColor|soundRand|drawInt|drawReal|(?:mark|soun
 WINDOWS_HEADER = re.compile(r'#\s*include\s*[<"](windows|windowsx|gdiplus\w*|gdiplus/\w+|mmsystem|mmdeviceapi|'
                             r"endpointvolume|sapi|imm|shlobj\w*|shobjidl\w*|objidl|objbase|knownfolders|"
                             r"win\w+|commctrl|initguid)\.h", re.I)
-OUR_WINDOWS_HEADER = "shell/windows_api.h"
+OUR_WINDOWS_HEADER = "shell/base/windows_api.h"
 COMPUTES = re.compile(r"src/(sound/(clip|bank_\w+)|marks/random)\.(cpp|h)$")
 
 

@@ -4,9 +4,8 @@
 #include <vector>
 
 #include "marks/primitives.h"
+#include "shell/base/state.h"
 
-inline int autoMode = 0;        // last action started: 0 none, 1 scatter run, 2 wipe, 3 auto-drawing
-inline int autoStepsLeft = 0;   // steps left of the run
 inline int autoFlurryLeft = 0;  // steps left of a flurry: shorter pauses, longer steps of outlines
 
 inline std::vector<POINT> penPath;  // the way the pen is walking

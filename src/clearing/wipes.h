@@ -2,8 +2,8 @@
 // The animated clear: eight styles that paint a fresh colour over what the child drew, on every monitor
 // at once, one step each 16 ms.
 #include "marks/gdi_plus.h"
+#include "shell/base/state.h"
 
-inline bool wipeRunning = false;          // timer 5 is alive
 inline int wipeStyle = 0;                 // 0 to 7
 inline int wipeStep = 0;                  // ticks since the wipe began
 inline int wipeScale = 0;                 // 0 to 2, size class of the ring; drawn for every wipe

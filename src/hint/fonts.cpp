@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdio>
 
-#include "settings/files.h"
+#include "shell/base/files.h"
 
 std::wstring familyRoot(const std::wstring &programFolder)
 {

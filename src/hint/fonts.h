@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 // A family with the status of its creation or of a failed query. Both live to the end of the process.
 struct HintFamily {

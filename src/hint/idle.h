@@ -1,8 +1,8 @@
 #pragma once
 // The exit hint comes back by itself when nothing was touched for a while.
-#include "shell/surfaces.h"
+#include "shell/base/state.h"
+#include "shell/base/surfaces.h"
 
-inline DWORD lastInputTick = 0;        // GetTickCount of the last child input
 inline DWORD hintNotBefore = 0;        // GetTickCount before which the hint may not come back; 0 at first
 inline HWND idleHintWindow = nullptr;  // where it comes back; null while it may not
 inline int idleHintWidth = 0;

@@ -12,7 +12,7 @@
 #include "hint/fonts.h"
 #include "hint/idle.h"
 #include "marks/gdi_plus.h"
-#include "settings/files.h"
+#include "shell/base/files.h"
 #include "settings/folders.h"
 #include "settings/language.h"
 

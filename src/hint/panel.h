@@ -4,10 +4,10 @@
 // of the owner, in pixels.
 #include <cstdint>
 
-#include "shell/windows_api.h"
+#include "shell/base/state.h"
+#include "shell/base/windows_api.h"
 
 inline bool exitHintEnabled = true;     // the setting; off after the opt-out
-inline bool hintVisible = false;        // the panel is showing
 inline bool hintOptOutChecked = false;  // the checkbox is ticked
 inline bool hintBoxValid = false;       // hintBox has a positive size
 inline uint8_t hintAlpha = 0;           // of the float window: 255 while shown, 0 otherwise
@@ -18,7 +18,6 @@ inline RECT hintBox = {};               // the card with its margin
 inline RectF hintPanelRect = {};        // the card
 inline RectF hintCheckRect = {};        // the clickable row of the checkbox
 inline HWND hintOwnerWindow = nullptr;  // the full-screen window it lies over
-inline HWND hintFloatWindow = nullptr;  // the layered window
 
 int readHintCount();  // launches on which it showed; 0 if absent, unreadable or negative
 void writeHintCount(int count);

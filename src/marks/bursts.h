@@ -1,8 +1,7 @@
 #pragma once
 // The larger reactions, picked by weighted chance. All points are virtual-screen points.
 #include "marks/primitives.h"
-
-inline int scatterShape = 0;  // of timed action 1: 0 any shape, 1 stars only, 2 hearts only
+#include "shell/base/state.h"
 
 // A stamp, a big shape or a tangle of strokes around the point. The caller has set canvasDirty.
 void burst(POINT point);

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "marks/random.h"
-#include "shell/surfaces.h"
-#include "shell/windows_api.h"
+#include "shell/base/surfaces.h"
+#include "shell/base/windows_api.h"
 
 template <auto freeIt> struct FreedBy {
     template <class T> void operator()(T *object) const { freeIt(object); }

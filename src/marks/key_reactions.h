@@ -2,12 +2,11 @@
 // Counting of key presses, and what keys leave: calm presses a mark of their own, fast or held ones a
 // spiral of notes.
 #include "marks/primitives.h"
-#include "shell/clock.h"
+#include "shell/base/clock.h"
+#include "shell/base/state.h"
 
 // One child, so one set for all windows. Times are steady-clock nanoseconds.
-inline int keyMashCount = 0;           // fast presses in a row, 0 to 50; from 2 on it is a mash
 inline int64_t lastMashTime = noTime;  // last event that updateKeyMash counted
-inline int sameKeyCount = 0;           // presses of lastKeyCode in a row, 1 to 6; 0 before the first
 inline uint32_t lastKeyCode = 0;       // virtual key of those presses
 inline int64_t lastKeyTime = noTime;   // last fresh press counted
 inline int64_t lastBumpTime = noTime;  // when sameKeyCount last rose or was set to 1

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "mascot/pixels.h"
-#include "settings/files.h"
+#include "shell/base/files.h"
 
 // Poses that stand in for a missing one, the likeliest first.
 static constexpr const wchar_t *fallbackNames[] = {L"start", L"clean",  L"pick", L"bubble", L"spot",

@@ -4,7 +4,7 @@
 
 #include "marks/gdi_plus.h"
 #include "mascot/sprites.h"
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 
 static int hostRandom(int lo, int hi)
 {

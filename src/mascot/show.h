@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 struct PenguinHost {
     void *context = nullptr;  // handed to each callback; always null

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "marks/random.h"
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 struct Sprite {
     HBITMAP bitmap = nullptr;  // 32-bit, top-down, premultiplied alpha; null if it could not be made

@@ -8,7 +8,7 @@
 #include "mascot/show.h"
 #include "mascot/sprites.h"
 #include "menu/menu.h"
-#include "settings/files.h"
+#include "shell/base/files.h"
 #include "sound/playback.h"
 
 static std::wstring penguinFolder()

@@ -5,7 +5,8 @@
 #include <vector>
 
 #include "marks/random.h"
-#include "shell/windows_api.h"
+#include "shell/base/state.h"
+#include "shell/base/windows_api.h"
 
 struct MenuEntry {
     RECT rect = {};  // virtual-screen coordinates
@@ -15,7 +16,6 @@ struct MenuEntry {
     MarkColor color = 0;
 };
 
-inline bool menuOpen = false;
 inline std::vector<MenuEntry> menuEntries;  // from left to right; stays when the menu closes
 
 // Opens the menu near the point and paints it at once.

@@ -8,9 +8,9 @@
 
 #include "autodraw/sequencer.h"
 #include "clearing/wipes.h"
-#include "settings/files.h"
+#include "shell/base/files.h"
 #include "settings/folders.h"
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 
 static void copyCanvases(HDC target, const VirtualScreen &screen)
 {

@@ -2,7 +2,7 @@
 // What a child draws is kept without anyone asking, from the back buffers alone, so that nothing that
 // lies over them is ever in a picture.
 #include "marks/gdi_plus.h"
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 using OwnedPicture = std::unique_ptr<GpBitmap, FreedBy<GdipDisposeImage>>;
 

@@ -3,7 +3,7 @@
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
 #include "shell/shutdown.h"
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 #include "sound/bank_a.h"
 #include "sound/playback.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 #include <cstdint>
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 // The one door of the keys for grown-ups: PrintScreen (0x2C) copies the screen, F1 (0x70) opens the save
 // dialog, F4 (0x73) leaves. Any other key does nothing.

@@ -5,7 +5,7 @@
 #include "menu/menu.h"
 #include "saving/auto_save.h"
 #include "shell/lockdown.h"
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 
 // Raises the dialog above the surfaces once it has a window: the first folder change comes as it opens.
 class SaveDialogZOrderFix final : public IFileDialogEvents {

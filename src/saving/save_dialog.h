@@ -1,9 +1,9 @@
 #pragma once
 // The save dialog. Everything in the program is topmost and keeps itself so; the dialog gets above it,
 // and afterwards everything is put back.
-#include "shell/windows_api.h"
+#include "shell/base/state.h"
+#include "shell/base/windows_api.h"
 
-inline bool dialogShowing = false;       // only while the dialog's own loop runs
 inline HWND dialogHostWindow = nullptr;  // hidden owner of the dialog; made at first need
 
 // Lets a grown-up save the picture as it is now. True if a file was written.

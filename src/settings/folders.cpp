@@ -1,7 +1,7 @@
 #include "settings/folders.h"
 
-#include "settings/files.h"
-#include "shell/windows_api.h"
+#include "shell/base/files.h"
+#include "shell/base/windows_api.h"
 
 static std::wstring roamingFromEnvironment()
 {

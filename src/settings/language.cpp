@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 std::wstring trimWhitespace(const std::wstring &text)
 {

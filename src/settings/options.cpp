@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "settings/files.h"
+#include "shell/base/files.h"
 #include "settings/folders.h"
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 // Two lines among the comments end in a bare line feed; files in the field have the same mix.
 static constexpr wchar_t templateText[] =

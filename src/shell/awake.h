@@ -1,6 +1,6 @@
 #pragma once
 // A child watches the penguin without touching anything; the screen must not go dark meanwhile.
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 inline void keepScreenAwake()
 {

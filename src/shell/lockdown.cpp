@@ -4,8 +4,8 @@
 
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
-#include "shell/keys.h"
-#include "shell/surfaces.h"
+#include "shell/base/keys.h"
+#include "shell/base/surfaces.h"
 
 // Keys for the program: told to the window procedure, for the hook has to answer quickly. A PrintScreen
 // that carries the mark of an extended key comes as WM_KEYDOWN instead.

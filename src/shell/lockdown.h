@@ -1,6 +1,6 @@
 #pragma once
 // What keeps the child inside while a grown-up can still leave.
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 inline HHOOK keyboardHook = nullptr;     // set at start-up if blockShortcuts
 inline HWND hookTargetWindow = nullptr;  // the primary window while running; cleared at every way out

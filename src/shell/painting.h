@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 // WM_PAINT: the canvas, with mascot, fireworks, pen dot and menu laid over it on the way.
 void paintSurface(HWND window);

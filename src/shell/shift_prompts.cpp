@@ -1,6 +1,6 @@
 #include "shell/shift_prompts.h"
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 static STICKYKEYS stickyBefore = {};  // cbSize stays 0 until the earlier setting is known
 static TOGGLEKEYS toggleBefore = {};

@@ -10,7 +10,7 @@
 #include "shell/awake.h"
 #include "shell/lockdown.h"
 #include "shell/shift_prompts.h"
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 #include "sound/speech.h"
 
 void stopAllTimers(HWND window)

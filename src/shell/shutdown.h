@@ -1,9 +1,9 @@
 #pragma once
 // The ways out. Each undoes the same things in an order of its own; a missing step would leave the
 // cursor clipped or the keyboard hooked.
-#include "shell/windows_api.h"
+#include "shell/base/state.h"
+#include "shell/base/windows_api.h"
 
-inline bool shuttingDown = false;   // shutdownApp has run; a second call does nothing
 inline ULONG_PTR gdiplusToken = 0;  // non-zero between GdiplusStartup and GdiplusShutdown
 
 // Alt+F4, or the launch allowance's timer.

@@ -15,7 +15,7 @@
 #include "shell/lockdown.h"
 #include "shell/shift_prompts.h"
 #include "shell/shutdown.h"
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 #include "shell/window_proc.h"
 #include "sound/bank_a.h"
 #include "sound/bank_b.h"

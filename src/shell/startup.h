@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 // The whole run, from the single-instance lock to the last release. The result is the exit code: 0 on
 // every road but one, 1 when there is no monitor.

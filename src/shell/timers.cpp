@@ -9,11 +9,11 @@
 #include "mascot/walker.h"
 #include "menu/menu.h"
 #include "saving/auto_save.h"
-#include "shell/clock.h"
-#include "shell/keys.h"
+#include "shell/base/clock.h"
+#include "shell/base/keys.h"
 #include "shell/lockdown.h"
 #include "shell/shutdown.h"
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 #include "shell/window_proc.h"
 
 // A burst of keys has paused: a letter that waited leaves its reaction, a mash fades by one step.

@@ -1,6 +1,6 @@
 #pragma once
 // The one window procedure: which input reaches which reaction, in which order and behind which gates.
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 // A press is one child's, whichever window it began on. Points are virtual-screen points.
 inline bool leftButtonDown = false;  // a left press is being tracked

@@ -3,10 +3,10 @@
 // whatever sounds, a loop cuts in. Ticks are GetTickCount, differences unsigned 32-bit.
 #include <cstdint>
 
-#include "shell/windows_api.h"
+#include "shell/base/state.h"
+#include "shell/base/windows_api.h"
 #include "sound/clip.h"
 
-inline bool soundEnabled = true;                 // the setting
 inline DWORD lastSoundTick = 0;                  // last click-like sound: tap, action, capture, mark pair
 inline DWORD lastKeySoundTick = 0;               // last key sound
 inline DWORD lastSpaceTick = 0;                  // last accepted Space key; 0 means never

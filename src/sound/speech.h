@@ -1,7 +1,7 @@
 #pragma once
 // A voice is held ready and cut at every key, so that speech could never trail behind the child's hands.
 // Nothing ever gives it a text.
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 inline ISpVoice *speechVoice = nullptr;  // null when the machine has no voice
 

@@ -29,8 +29,8 @@
 #include "shell/lockdown.h"
 #include "shell/shutdown.h"
 #include "shell/startup.h"
-#include "shell/surfaces.h"
-#include "shell/windows_api.h"
+#include "shell/base/surfaces.h"
+#include "shell/base/windows_api.h"
 #include "sound/playback.h"
 #include "sound/speech.h"
 #include <psapi.h>

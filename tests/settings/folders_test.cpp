@@ -4,7 +4,7 @@
 
 #include <fstream>
 
-#include "settings/files.h"
+#include "shell/base/files.h"
 #include "support/fakes.h"
 
 namespace fs = std::filesystem;

@@ -1,4 +1,4 @@
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 
 struct Fakes {
     DWORD tick = 1'000'000;              // GetTickCount

@@ -1,7 +1,7 @@
 // A crash must be seen: under Wine a crashed program can end with 0.
 #include <gtest/gtest.h>
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 static LONG WINAPI endRed(EXCEPTION_POINTERS *)
 {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "shell/surfaces.h"
+#include "shell/base/surfaces.h"
 
 class Sheet {
   public:

@@ -4,7 +4,8 @@
 #include <vector>
 
 #include "marks/random.h"
-#include "shell/windows_api.h"
+#include "shell/base/state.h"
+#include "shell/base/windows_api.h"
 
 struct MonitorSurface {
     HWND hwnd = nullptr;               // null if its creation failed: never hand that to InvalidateRect
@@ -21,7 +22,6 @@ inline HINSTANCE programInstance = nullptr;   // set first thing at start-up
 inline std::vector<MonitorSurface> surfaces;  // in the system's order; filled once, emptied at the end
 inline MarkColor backgroundColor = 0x37231E;  // of the cleared canvas
 inline DWORD lastClearTick = 0;               // last clear that went through; 0 means none yet
-inline bool canvasDirty = false;              // drawn since the last auto-save
 inline bool backdropPending = false;          // flushBackdrop has work; nothing ever sets it
 
 // Window of the first monitor enumerated and home of the standing timers; null without surfaces. It need

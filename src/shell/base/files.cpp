@@ -1,6 +1,6 @@
-#include "settings/files.h"
+#include "shell/base/files.h"
 
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 static constexpr const wchar_t *separators = L"\\/";
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "shell/windows_api.h"
+#include "shell/base/windows_api.h"
 
 // Whether a key or mouse button is down at this moment, by its virtual-key code.
 inline bool isDown(int key)
