@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "autodraw/sequencer.h"
-#include "clearing/wipes.h"
 #include "settings/language.h"
-#include "support/fakes.h"
+#include "support/desk.h"
+#include "support/recorded.h"
 
 // Opens the menu with chance at that value, 0 to 99.
 static void openAt(POINT point, int chance)
@@ -17,10 +17,6 @@ static void openAt(POINT point, int chance)
     }
     markRng = chosen;
     openMenu(point);
-    markRng = chosen;
-    randInt(0, 99);
-    for (const MenuEntry &entry : menuEntries)
-        EXPECT_EQ(entry.color, pickMenuColor());
 }
 
 TEST(OpenMenu, KeepsTheRowOnTheVirtualScreen)
@@ -36,39 +32,37 @@ TEST(OpenMenu, KeepsTheRowOnTheVirtualScreen)
                                                            {wide, {1999, 949}, 99, 1048, 760},
                                                            {wide, {1198, 849}, 0, 1048, 760},
                                                            {narrow, {500, 100}, 0, 108, 12}}) {
-        const Desk desk(oneMonitor);
-        fakes.screen = screen;
+        Desk desk(oneMonitor);
+        desk.screen = screen;
         openAt(point, chance);
         ASSERT_EQ(menuEntries.size(), 3u);
         for (int i = 0; i < 3; ++i) {
             const RECT expected = {left + i * 320, top, left + i * 320 + 300, top + 178};
             EXPECT_TRUE(EqualRect(&menuEntries[size_t(i)].rect, &expected)) << point.x << " " << i;
-            EXPECT_EQ(menuEntries[size_t(i)].id, i == 0 ? 3 : i);
         }
     }
 }
 
-TEST(DrawMenu, ShowsAtOnceOnTheMonitorsItMeetsAndNeverOnTheCanvas)
+TEST(OpenMenu, ShowsAtOnceOnTheMonitorsItMeetsAndNeverOnTheCanvas)
 {
-    const Desk desk({{0, 0, 800, 600}, {-640, 100, 0, 580}, {800, 0, 1200, 600}});
-    chooseLanguage(L"ja");
+    Desk desk({{0, 0, 800, 600}, {-640, 100, 0, 580}, {800, 0, 1200, 600}});
+    chooseLanguage(L"en");
     openAt({100, 300}, 50);  // from -370 to 570, across two of three
-    for (DrawCall &call : recorded.draws) {
-        EXPECT_TRUE(call.dc != surfaces[0].canvasDC && call.dc != surfaces[1].canvasDC);
-        if (call.what != "DrawString") continue;
-        EXPECT_TRUE(call.numbers[3] == 60 || call.numbers[8] == call.numbers[9]);  // titles are shown whole
-        call.numbers.resize(4);  // the rest depends on the typeface
-    }
-    const std::string text = textOfRecord();
-    EXPECT_EQ(hashOf({text.begin(), text.end()}), 2604920529u);  // every shape, colour and box
-    EXPECT_EQ(menuEntries[0].title + menuEntries[2].subtitle, labels.doodleTitle + labels.eraserSubtitle);
-    EXPECT_EQ(recorded.alive, 0);
+    for (const Told &call : desk.calls)
+        EXPECT_EQ(call.canvas, -1) << call.text;
+    expectRecorded("menu/opened", desk.text({"Fill", "Draw", "CreateFont "}));
+    EXPECT_EQ(leaks(), "");
+}
+
+TEST(DropMenu, RepaintsAllWindowsOnce)
+{
+    Desk desk(twoMonitors);
+    openAt({100, 300}, 50);
+    desk.calls.clear();
     dropMenu();
-    dropMenu();  // a closed menu changes nothing
-    EXPECT_EQ(recorded.invalidations.size(), 3u);
-    recorded.draws.clear();
+    dropMenu();
     drawMenu(surfaces[0].canvasDC, surfaces[0].rect);
-    EXPECT_TRUE(recorded.draws.empty());
+    EXPECT_EQ(desk.text(), "InvalidateRect w0 all\nInvalidateRect w1 all\n");
 }
 
 TEST(MenuClick, TakesTheMenuAwayBeforeTheActionBegins)
@@ -83,20 +77,21 @@ TEST(MenuClick, TakesTheMenuAwayBeforeTheActionBegins)
                                        {100, 210, 0},
                                        {100, 389, 0}}) {
         SCOPED_TRACE(testing::Message() << x << "," << y);
-        const Desk desk(twoMonitors);
-        autoMode = autoStepsLeft = 0;
+        Desk desk(twoMonitors);
         openAt({100, 300}, 50);
-        recorded = {};
+        desk.calls.clear();
         menuClick({x, y});
         menuClick({100, 300});  // closed: nothing
         EXPECT_EQ(autoMode, action);
-        EXPECT_EQ(recorded.timers.size(), action ? 1u : 0u);
-        EXPECT_EQ(recorded.calls[0] + recorded.calls[1], "UpdateWindow w0UpdateWindow w1");
-        EXPECT_TRUE(recorded.draws.empty() && (action || recorded.sounds.empty()));
-        const RECT right = {0, 183, 598, 417}, left = {242, 83, 640, 317};
-        EXPECT_TRUE(EqualRect(&recorded.invalidations[0].rect, &right));
-        EXPECT_TRUE(EqualRect(&recorded.invalidations[1].rect, &left));
-        stopWipe();
-        stopAutoDrawing();
+        EXPECT_EQ(desk.text({"Invalid", "UpdateW", "BitBlt"}), "InvalidateRect w0 0 183 598 417\n"
+                                                               "UpdateWindow w0\n"
+                                                               "BitBlt w0 0 183 598 234 c0 0 183 xCC0020\n"
+                                                               "InvalidateRect w1 242 83 640 317\n"
+                                                               "UpdateWindow w1\n"
+                                                               "BitBlt w1 242 83 398 234 c1 242 83 xCC0020\n");
+        EXPECT_TRUE(!action || desk.first("SetTimer") > desk.first("BitBlt w1"));
+        EXPECT_EQ(desk.count("Draw"), 0);
+        EXPECT_EQ(desk.timers.size(), action ? 1u : 0u);
+        EXPECT_TRUE(action || desk.sounds.empty());
     }
 }

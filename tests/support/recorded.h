@@ -1,0 +1,12 @@
+#pragma once
+// Texts that were looked at once and then recorded, for what is too long to be written into a test.
+#include <string>
+
+// Compares a text with the block of that name in the room's recorded.txt, `room/name`; fails the test with
+// the first line that differs, in both versions and with the lines around it. A block begins with a line
+// "= name". With ZUBBLY_WRITE_RECORDS=1 in the environment the texts are written instead; whoever does that
+// reads the difference (git diff) before it is committed.
+void expectRecorded(const std::string &name, const std::string &text);
+
+// At the end: blocks that no test asked for, a line each, if all tests have run.
+std::string finishRecords(bool wholeRun);
