@@ -1,5 +1,6 @@
 #include "support/desk.h"
 
+#include <chrono>
 #include <utility>
 
 #include "shell/window_proc.h"
@@ -177,12 +178,6 @@ struct DeskImports {
         QueryPerformanceFrequency(&frequency);
         count->QuadPart = desk().steady / (1'000'000'000 / frequency.QuadPart);
         return TRUE;
-    });
-    ANSWER(GetSystemTimeAsFileTime, [](LPFILETIME time) {
-        const int64_t since1601 = (desk().wallSeconds + 11'644'473'600) * 10'000'000 +
-                                  (desk().steady - 1'000'000'000'000) / 100;
-        time->dwLowDateTime = DWORD(since1601);
-        time->dwHighDateTime = DWORD(since1601 >> 32);
     });
     ANSWER(GetLocalTime, [](LPSYSTEMTIME time) { *time = desk().localTime; });
     ANSWER(SetTimer, [](HWND window, UINT_PTR id, UINT ms) -> UINT_PTR {
@@ -419,6 +414,16 @@ struct DeskImports {
     });
     return true;
 }();
+
+// The C library finds the system's function for this one by itself, so the linker replaces the clock.
+using WallTime = std::chrono::system_clock::time_point;
+extern "C" WallTime __real__ZNSt6chrono3_V212system_clock3nowEv();
+extern "C" WallTime __wrap__ZNSt6chrono3_V212system_clock3nowEv()
+{
+    if (!Desk::current) return __real__ZNSt6chrono3_V212system_clock3nowEv();
+    const std::chrono::nanoseconds passed(desk().steady - Desk::firstSteady);
+    return WallTime(std::chrono::duration_cast<WallTime::duration>(std::chrono::seconds(desk().wallSeconds) + passed));
+}
 
 // --- The desk itself.
 Desk::Desk(const std::vector<RECT> &all, MarkColor background) : monitors(all)

@@ -51,7 +51,8 @@ struct Desk {
 
     // What the program hears.
     DWORD tick = 1'000'000;              // GetTickCount
-    int64_t steady = 1'000'000'000'000;  // the steady clock, nanoseconds
+    static constexpr int64_t firstSteady = 1'000'000'000'000;
+    int64_t steady = firstSteady;  // the steady clock, nanoseconds
     int64_t wallSeconds = 1'777'890'615;  // of the system clock at the beginning, UTC since 1970
     SYSTEMTIME localTime = {2026, 5, 1, 4, 10, 30, 15, 0};
     std::vector<RECT> monitors;  // in the order in which the system enumerates them

@@ -100,8 +100,8 @@ static std::map<std::string, Import> &makeImports()
     const auto &table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
     auto *code = static_cast<uint8_t *>(VirtualAlloc(nullptr, 1 << 18, MEM_COMMIT, PAGE_EXECUTE_READWRITE));
     std::set<std::string> wanted(programImports().begin(), programImports().end());
-    // What the clocks and the tests' own calls of the program's windows come down to.
-    wanted.insert({"QueryPerformanceCounter", "GetSystemTimeAsFileTime", "SendMessageW", "IsWindowVisible"});
+    // What the steady clock asks, and the tests' own calls of the program's windows.
+    wanted.insert({"QueryPerformanceCounter", "SendMessageW", "IsWindowVisible"});
     for (auto *dll = at(table.VirtualAddress, (IMAGE_IMPORT_DESCRIPTOR *)nullptr); dll->Name; ++dll) {
         auto *name = at(dll->OriginalFirstThunk, (IMAGE_THUNK_DATA *)nullptr);
         auto *slot = at(dll->FirstThunk, (void **)nullptr);
