@@ -4,7 +4,7 @@
 
 #include <fstream>
 
-#include "support/fakes.h"
+#include "support/desk.h"
 
 namespace fs = std::filesystem;
 
@@ -22,7 +22,6 @@ static void makeTree(const fs::path &root, const std::vector<std::string> &names
 TEST(HintFonts, LieInTheSharedFolderOrElseBesideTheProgram)
 {
     Desk desk(oneMonitor);
-    TestFolder folder;
     struct Row {
         std::vector<std::string> names;
         const char *found;
@@ -34,11 +33,11 @@ TEST(HintFonts, LieInTheSharedFolderOrElseBesideTheProgram)
                 {{"Zubworks.exe/", "toy/Fonts/f.ttf/"}, "toy/Fonts/f.ttf"},
                 {{"Zubworks.exe", "toy/Zubworks.exe", "Fonts/f.ttf", "toy/Fonts/f.ttf"}, "toy/Fonts/f.ttf"}};
     for (const Row &row : rows) {
-        makeTree(folder.path, row.names);
-        fakes.programFile = (folder.path / "toy" / "Zubbly.exe").wstring();
-        const fs::path expected = *row.found ? folder.path / row.found : fs::path();
+        makeTree(desk.folder(), row.names);
+        desk.programFile = (desk.folder() / "toy" / "Zubbly.exe").wstring();
+        const fs::path expected = *row.found ? desk.folder() / row.found : fs::path();
         EXPECT_EQ(fs::path(resolveFontPath(L"f.ttf")).generic_string(), expected.generic_string());
-        fakes.programFile += std::wstring(260, L'x');
+        desk.programFile += std::wstring(260, L'x');
         EXPECT_EQ(resolveFontPath(L"f.ttf"), L"");
     }
 }
@@ -46,14 +45,9 @@ TEST(HintFonts, LieInTheSharedFolderOrElseBesideTheProgram)
 TEST(HintFonts, AreTriedOnceAndEachFallsBackAlone)
 {
     Desk desk(oneMonitor);
-    TestFolder folder;
-    makeTree(folder.path, {"toy/Fonts/MPLUSRounded1c-Regular.ttf"});
-    fakes.programFile = (folder.path / "toy" / "Zubbly.exe").wstring();
-    Having regular(regularFontHolder, PrivateFontHolder());
-    Having black(blackFontHolder, PrivateFontHolder());
-    Having heading(hintHeadingFamily, nullptr);
-    Having text(hintTextFamily, nullptr);
-    const fs::path fonts = folder.path / "toy" / "Fonts";
+    makeTree(desk.folder(), {"toy/Fonts/MPLUSRounded1c-Regular.ttf"});
+    desk.programFile = (desk.folder() / "toy" / "Zubbly.exe").wstring();
+    const fs::path fonts = desk.folder() / "toy" / "Fonts";
     fs::copy_file("Z:/usr/share/wine/fonts/tahoma.ttf", fonts / "MPLUSRounded1c-Black.ttf");
     EXPECT_EQ(usableHeadingFamily(), &blackFontHolder.family);
     EXPECT_EQ(usableTextFamily(), systemFamily(false));

@@ -83,12 +83,13 @@ TEST(MenuClick, TakesTheMenuAwayBeforeTheActionBegins)
         menuClick({x, y});
         menuClick({100, 300});  // closed: nothing
         EXPECT_EQ(autoMode, action);
-        EXPECT_EQ(desk.text({"Invalid", "UpdateW", "BitBlt"}), "InvalidateRect w0 0 183 598 417\n"
-                                                               "UpdateWindow w0\n"
-                                                               "BitBlt w0 0 183 598 234 c0 0 183 xCC0020\n"
-                                                               "InvalidateRect w1 242 83 640 317\n"
-                                                               "UpdateWindow w1\n"
-                                                               "BitBlt w1 242 83 398 234 c1 242 83 xCC0020\n");
+        EXPECT_EQ(desk.text({"Invalid", "UpdateW", "BitBlt"}),
+                  "InvalidateRect w0 0 183 598 417\n"
+                  "UpdateWindow w0\n"
+                  "BitBlt w0 0 183 598 234 c0 0 183 xCC0020\n"
+                  "InvalidateRect w1 242 83 640 317\n"
+                  "UpdateWindow w1\n"
+                  "BitBlt w1 242 83 398 234 c1 242 83 xCC0020\n");
         EXPECT_TRUE(!action || desk.first("SetTimer") > desk.first("BitBlt w1"));
         EXPECT_EQ(desk.count("Draw"), 0);
         EXPECT_EQ(desk.timers.size(), action ? 1u : 0u);

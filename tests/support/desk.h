@@ -30,8 +30,8 @@ struct DeskWindow {
     RECT rect = {};  // virtual-screen coordinates
     HWND owner = nullptr;
     bool exists = true, visible = false, enabled = true;
-    RECT invalid = {};     // client coordinates
-    HDC dc = nullptr;      // holds what it shows
+    RECT invalid = {};  // client coordinates
+    HDC dc = nullptr;   // holds what it shows
     HBITMAP shown = nullptr;
 };
 
@@ -50,15 +50,15 @@ struct Desk {
     static inline Desk *current = nullptr;
 
     // What the program hears.
-    DWORD tick = 1'000'000;              // GetTickCount
+    DWORD tick = 1'000'000;  // GetTickCount
     static constexpr int64_t firstSteady = 1'000'000'000'000;
-    int64_t steady = firstSteady;  // the steady clock, nanoseconds
+    int64_t steady = firstSteady;         // the steady clock, nanoseconds
     int64_t wallSeconds = 1'777'890'615;  // of the system clock at the beginning, UTC since 1970
     SYSTEMTIME localTime = {2026, 5, 1, 4, 10, 30, 15, 0};
     std::vector<RECT> monitors;  // in the order in which the system enumerates them
     size_t primaryMonitor = 0;
-    int taskBar = 40;       // how much lower than a monitor its work area ends
-    int frame = 0;          // how much smaller than a new window its client area is
+    int taskBar = 40;                     // how much lower than a monitor its work area ends
+    int frame = 0;                        // how much smaller than a new window its client area is
     std::optional<VirtualScreen> screen;  // the union of the monitors while unset
     std::set<int> keysDown, tapped;       // tapped: went down since the program last asked
     POINT cursor = {};
@@ -83,14 +83,14 @@ struct Desk {
     void moveClocks(DWORD ms);  // and no timer fires
     void wait(DWORD ms);        // timers fire when they are due
     LRESULT send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);  // then settles
-    void settle();              // delivers what was posted, repaints what is invalid
+    void settle();  // delivers what was posted, repaints what is invalid
     void hold(int key);
     void release(int key);
 
     // A folder that goes with the desk; each known folder of the user is another one inside.
     const std::filesystem::path &folder();
 
-    DeskWindow *find(HWND window);  // null if there is none of that handle
+    DeskWindow *find(HWND window);        // null if there is none of that handle
     MarkColor pixel(int x, int y) const;  // of the canvases, at a virtual-screen point; CLR_INVALID off them
     RECT bounds() const;                  // of all monitors
 

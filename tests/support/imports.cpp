@@ -6,9 +6,9 @@
 
 #include "shell/base/windows_api.h"
 
-// Behind each pointer of the table stands a stub that puts the import into r11 and jumps to its target, one of
-// these three. The last one hands the arguments over as an array: the caller's stack has room for the first
-// four beside the others.
+// Behind each pointer of the table stands a stub that puts the import into r11 and jumps to its target, one
+// of these three. The last one hands the arguments over as an array: the caller's stack has room for the
+// first four beside the others.
 asm(R"(
     .text
 importCounted:

@@ -18,8 +18,8 @@ using Replacement = std::function<int64_t(const Call &)>;
 struct Import {  // the code behind the table knows the first five
     const void *target = nullptr;
     uint64_t calls = 0, failed = 0;
-    int64_t failure = 0;             // what it returns while it fails
-    const void *system = nullptr;    // the system's own function
+    int64_t failure = 0;           // what it returns while it fails
+    const void *system = nullptr;  // the system's own function
     std::string name;
     std::vector<Replacement> replacements;  // the last one is asked first
     void (*tell)(const Call &) = nullptr;   // hears of each call before it is made
@@ -67,13 +67,18 @@ void popReplacement(const std::string &name);
 template <class Function, class Callable, class Result, class... Parameters>
 Replacement bindArguments(Callable callable)
 {
-    static_assert([]<class R, class... All>(R (*)(All...)) {
-        return []<size_t... I>(std::index_sequence<I...>) {
-            return (... && std::is_same_v<Parameters, std::tuple_element_t<I, std::tuple<All...>>>);
-        }(std::index_sequence_for<Parameters...>());
-    }(Function()), "the parameters are not those of the import");
+    static_assert(
+        []<class R, class... All>(R (*)(All...)) {
+            return []<size_t... I>(std::index_sequence<I...>)
+            {
+                return (... && std::is_same_v<Parameters, std::tuple_element_t<I, std::tuple<All...>>>);
+            }
+            (std::index_sequence_for<Parameters...>());
+        }(Function()),
+        "the parameters are not those of the import");
     return [callable](const Call &call) {
-        return [&]<size_t... I>(std::index_sequence<I...>) {
+        return [&]<size_t... I>(std::index_sequence<I...>)
+        {
             int64_t word = 0;
             if constexpr (std::is_void_v<Result>) {
                 callable(call.get<Parameters>(I)...);
@@ -82,7 +87,8 @@ Replacement bindArguments(Callable callable)
                 std::memcpy(&word, &result, sizeof result);
             }
             return word;
-        }(std::index_sequence_for<Parameters...>());
+        }
+        (std::index_sequence_for<Parameters...>());
     };
 }
 template <class Function, class Result, class... Parameters>

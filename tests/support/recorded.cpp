@@ -79,9 +79,10 @@ void expectRecorded(const std::string &name, const std::string &text)
             << now.size() << " seen\n";
     for (size_t i = at < 3 ? 0 : at - 3; i < at; ++i)
         message << "            " << now[i] << "\n";
-    for (size_t i = at; i < at + 3; ++i) {
-        if (i < before.size()) message << "  recorded: " << before[i] << "\n";
-        if (i < now.size()) message << "      seen: " << now[i] << "\n";
+    for (size_t i = at; i < at + 4; ++i) {
+        const bool same = i < before.size() && i < now.size() && before[i] == now[i];
+        if (i < before.size() && !same) message << "  recorded: " << before[i] << "\n";
+        if (i < now.size()) message << (same ? "            " : "      seen: ") << now[i] << "\n";
     }
     ADD_FAILURE() << message.str();
 }

@@ -10,82 +10,37 @@
 // What is told of which argument:
 //   g Graphics   b brush   p pen   h path   P points with their count   I points of integers with it
 //   f number   i integer   u unsigned   x bits   c colour   w window   r RECT   R RectF   s text   m image
-//   d DC   B brush of GDI   o object of GDI   z sound   - nothing
-// Names that are not here are told without arguments if they are the system's, or not at all if they only ask.
+//   q point or size   a blend   d DC   B brush of GDI   o object of GDI   z sound   - nothing
+// Names that are not here are told without arguments if they are the system's, or not at all if they only
+// ask.
+// clang-format off
 static const std::pair<const char *, const char *> arguments[] = {
-    {"GdipFillEllipse", "gbffff"},
-    {"GdipFillEllipseI", "gbiiii"},
-    {"GdipDrawEllipse", "gpffff"},
-    {"GdipDrawEllipseI", "gpiiii"},
-    {"GdipFillRectangle", "gbffff"},
-    {"GdipDrawRectangle", "gpffff"},
-    {"GdipFillPolygon", "gbP"},
-    {"GdipFillPolygonI", "gbI"},
-    {"GdipDrawPolygon", "gpP"},
-    {"GdipDrawPolygonI", "gpI"},
-    {"GdipDrawLine", "gpffff"},
-    {"GdipDrawArc", "gpffffff"},
-    {"GdipDrawBezier", "gpffffffff"},
-    {"GdipFillPath", "gbh"},
-    {"GdipDrawPath", "gph"},
-    {"GdipDrawString", "gs--R-b"},
-    {"GdipDrawImageRect", "gmffff"},
-    {"GdipDrawImageRectRect", "gmffffffff"},
-    {"GdipDrawImageRectRectI", "gmiiiiiiii"},
-    {"GdipTranslateWorldTransform", "gffi"},
-    {"GdipRotateWorldTransform", "gfi"},
-    {"GdipScaleWorldTransform", "gffi"},
-    {"GdipGraphicsClear", "gx"},
-    {"GdipSetSmoothingMode", "gi"},
-    {"GdipSetCompositingMode", "gi"},
-    {"GdipSetInterpolationMode", "gi"},
-    {"GdipSetPixelOffsetMode", "gi"},
-    {"GdipSetCompositingQuality", "gi"},
-    {"GdipSetTextRenderingHint", "gi"},
-    {"GdipCreateFont", "-fii"},
-    {"GdipCreateFontFamilyFromName", "s"},
-    {"GdipSetStringFormatAlign", "-i"},
-    {"GdipSetStringFormatLineAlign", "-i"},
-    {"GdipSetStringFormatFlags", "-i"},
-    {"GdipSetStringFormatTrimming", "-i"},
-    {"AlphaBlend", "diiii-iiiix"},
-    {"BitBlt", "diiiidiix"},
-    {"FillRect", "drB"},
-    {"CreateCompatibleBitmap", "-ii"},
-    {"SelectObject", "do"},
-    {"CreateRectRgn", "iiii"},
-    {"UpdateLayeredWindow", "w"},
-    {"CreateWindowExW", "xs-xiiiiw"},
-    {"DestroyWindow", "w"},
-    {"ShowWindow", "wi"},
-    {"UpdateWindow", "w"},
-    {"EnableWindow", "wi"},
-    {"SetWindowPos", "wwiiiix"},
-    {"SetWindowRgn", "w"},
-    {"SetLayeredWindowAttributes", "wxix"},
-    {"InvalidateRect", "wr"},
-    {"SetTimer", "wuu"},
-    {"KillTimer", "wu"},
-    {"SetForegroundWindow", "w"},
-    {"SetActiveWindow", "w"},
-    {"SetFocus", "w"},
-    {"SetCapture", "w"},
-    {"ClipCursor", "r"},
-    {"RegisterTouchWindow", "w"},
-    {"ImmAssociateContext", "w"},
-    {"SetWindowsHookExW", "i--u"},
-    {"SystemParametersInfoW", "xu"},
-    {"SetThreadExecutionState", "x"},
-    {"PostMessageW", "wxu"},
-    {"PostQuitMessage", "i"},
-    {"DefWindowProcW", "wx"},
-    {"OpenClipboard", "w"},
-    {"SetClipboardData", "u"},
-    {"AllowSetForegroundWindow", "i"},
-    {"CreateMutexW", "--s"},
-    {"PlaySoundW", "z-u"},
+    {"GdipFillEllipse", "gbffff"}, {"GdipFillEllipseI", "gbiiii"}, {"GdipDrawEllipse", "gpffff"},
+    {"GdipDrawEllipseI", "gpiiii"}, {"GdipFillRectangle", "gbffff"}, {"GdipDrawRectangle", "gpffff"},
+    {"GdipFillPolygon", "gbP"}, {"GdipFillPolygonI", "gbI"}, {"GdipDrawPolygon", "gpP"},
+    {"GdipDrawPolygonI", "gpI"}, {"GdipDrawLine", "gpffff"}, {"GdipDrawArc", "gpffffff"},
+    {"GdipDrawBezier", "gpffffffff"}, {"GdipFillPath", "gbh"}, {"GdipDrawPath", "gph"},
+    {"GdipDrawString", "gs--R-b"}, {"GdipDrawImageRect", "gmffff"}, {"GdipDrawImageRectRect", "gmffffffff"},
+    {"GdipDrawImageRectRectI", "gmiiiiiiii"}, {"GdipTranslateWorldTransform", "gffi"},
+    {"GdipRotateWorldTransform", "gfi"}, {"GdipScaleWorldTransform", "gffi"}, {"GdipGraphicsClear", "gx"},
+    {"GdipSetSmoothingMode", "gi"}, {"GdipSetCompositingMode", "gi"}, {"GdipSetInterpolationMode", "gi"},
+    {"GdipSetPixelOffsetMode", "gi"}, {"GdipSetCompositingQuality", "gi"}, {"GdipSetTextRenderingHint", "gi"},
+    {"GdipCreateFont", "-fii"}, {"GdipCreateFontFamilyFromName", "s"}, {"GdipSetStringFormatAlign", "-i"},
+    {"GdipSetStringFormatLineAlign", "-i"}, {"GdipSetStringFormatFlags", "-i"},
+    {"GdipSetStringFormatTrimming", "-i"}, {"AlphaBlend", "diiii-iiiix"}, {"BitBlt", "diiiidiix"},
+    {"FillRect", "drB"}, {"CreateCompatibleBitmap", "-ii"}, {"SelectObject", "do"}, {"CreateRectRgn", "iiii"},
+    {"UpdateLayeredWindow", "w-qq---ax"}, {"CreateWindowExW", "xs-xiiiiw"}, {"DestroyWindow", "w"},
+    {"ShowWindow", "wi"}, {"UpdateWindow", "w"}, {"EnableWindow", "wi"}, {"SetWindowPos", "wwiiiix"},
+    {"SetWindowRgn", "w"}, {"SetLayeredWindowAttributes", "wxix"}, {"InvalidateRect", "wr"},
+    {"SetTimer", "wuu"}, {"KillTimer", "wu"}, {"SetForegroundWindow", "w"}, {"SetActiveWindow", "w"},
+    {"SetFocus", "w"}, {"SetCapture", "w"}, {"ClipCursor", "r"}, {"RegisterTouchWindow", "w"},
+    {"ImmAssociateContext", "w"}, {"SetWindowsHookExW", "i--u"}, {"SystemParametersInfoW", "xu"},
+    {"SetThreadExecutionState", "x"}, {"PostMessageW", "wxu"}, {"PostQuitMessage", "i"},
+    {"DefWindowProcW", "wx"}, {"OpenClipboard", "w"}, {"SetClipboardData", "u"},
+    {"AllowSetForegroundWindow", "i"}, {"CreateMutexW", "--s"}, {"PlaySoundW", "z-u"},
     {"WritePrivateProfileStringW", "sss"},
 };
+// clang-format on
 
 // They ask or compute, or what they set is told with the call that uses it.
 static const char *const quiet =
@@ -142,7 +97,10 @@ static std::string narrow(const wchar_t *text)
     if (!HIWORD(intptr_t(text))) return "atom";
     char bytes[512] = {};
     WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes, sizeof bytes - 1, nullptr, nullptr);
-    return "\"" + std::string(bytes) + "\"";
+    std::string line = "\"";
+    for (const char letter : std::string(bytes))
+        line += letter == '\n' ? std::string("\\n") : std::string(1, letter);
+    return line + "\"";
 }
 
 static std::string nameOfObject(const void *object)
@@ -181,7 +139,8 @@ static void addTraits(Told &told, std::ostringstream &line, const Traits &traits
     line << text << traits.ends;
 }
 
-template <class Point> static void addPoints(Told &told, std::ostringstream &line, const Call &call, size_t at)
+template <class Point>
+static void addPoints(Told &told, std::ostringstream &line, const Call &call, size_t at)
 {
     const Point *points = call.get<const Point *>(at);
     for (int i = 0; i < call.get<int>(at + 1); ++i) {
@@ -227,6 +186,13 @@ static Told toldOf(const Call &call, const char *kinds)
                 line << " all";
             }
             break;
+        case 'q':
+            if (const auto *pair = call.get<const POINT *>(i)) {
+                addNumber(told, line, double(pair->x));
+                addNumber(told, line, double(pair->y));
+            }
+            break;
+        case 'a': addNumber(told, line, call.get<const BLENDFUNCTION *>(i)->SourceConstantAlpha); break;
         case 'R': {
             const auto *rect = call.get<const RectF *>(i);
             for (const float side : {rect->X, rect->Y, rect->Width, rect->Height})
@@ -266,27 +232,34 @@ void tellCalls(bool on)
 }
 
 // --- Objects. The makers, and which argument takes the new object; -1 if it is the result.
-static const std::pair<const char *, int> makers[] = {
-    {"GdipCreateFromHDC", 1},      {"GdipCreateSolidFill", 1},         {"GdipCreatePen1", 3},
-    {"GdipCreatePath", 1},         {"GdipCreateFont", 4},              {"GdipCreateFontFamilyFromName", 2},
-    {"GdipCloneFontFamily", 1},    {"GdipCloneStringFormat", 1},       {"GdipCreateStringFormat", 2},
-    {"GdipCreateMatrix", 0},       {"GdipCreateImageAttributes", 0},   {"GdipCreateBitmapFromHBITMAP", 2},
-    {"GdipLoadImageFromFile", 1},  {"GdipCreateBitmapFromScan0", 5},   {"GdipGetImageGraphicsContext", 1},
-    {"CreateSolidBrush", -1},      {"GdipNewPrivateFontCollection", 0}, {"GdipCreateHBITMAPFromBitmap", 1},
-    {"CreateCompatibleDC", -1},    {"CreateCompatibleBitmap", -1},     {"CreateDIBSection", -1},
-    {"CreateRectRgn", -1}};
-static const char *const freers[] = {"GdipDeleteGraphics",
-                                     "GdipDeleteBrush",
-                                     "GdipDeletePen",
-                                     "GdipDeletePath",
-                                     "GdipDeleteFont",
-                                     "GdipDeleteFontFamily",
-                                     "GdipDeleteStringFormat",
-                                     "GdipDeleteMatrix",
-                                     "GdipDisposeImageAttributes",
-                                     "GdipDisposeImage",
-                                     "DeleteObject",
-                                     "DeleteDC"};
+static const std::pair<const char *, int> makers[] = {{"GdipCreateFromHDC", 1},
+                                                      {"GdipCreateSolidFill", 1},
+                                                      {"GdipCreatePen1", 3},
+                                                      {"GdipCreatePath", 1},
+                                                      {"GdipCreateFont", 4},
+                                                      {"GdipCreateFontFamilyFromName", 2},
+                                                      {"GdipCloneFontFamily", 1},
+                                                      {"GdipCloneStringFormat", 1},
+                                                      {"GdipCreateStringFormat", 2},
+                                                      {"GdipCreateMatrix", 0},
+                                                      {"GdipCreateImageAttributes", 0},
+                                                      {"GdipCreateBitmapFromHBITMAP", 2},
+                                                      {"GdipLoadImageFromFile", 1},
+                                                      {"GdipCreateBitmapFromScan0", 5},
+                                                      {"GdipGetImageGraphicsContext", 1},
+                                                      {"CreateSolidBrush", -1},
+                                                      {"GdipNewPrivateFontCollection", 0},
+                                                      {"GdipCreateHBITMAPFromBitmap", 1},
+                                                      {"CreateCompatibleDC", -1},
+                                                      {"CreateCompatibleBitmap", -1},
+                                                      {"CreateDIBSection", -1},
+                                                      {"CreateRectRgn", -1}};
+// clang-format off
+static const char *const freers[] = {
+    "GdipDeleteGraphics", "GdipDeleteBrush", "GdipDeletePen", "GdipDeletePath", "GdipDeleteFont",
+    "GdipDeleteFontFamily", "GdipDeleteStringFormat", "GdipDeleteMatrix", "GdipDisposeImageAttributes",
+    "GdipDisposeImage", "DeleteObject", "DeleteDC"};
+// clang-format on
 
 static int64_t make(const Call &call, int out)
 {
