@@ -307,7 +307,8 @@ struct DeskImports {
     });
     ANSWER(SetWindowRgn, [](HWND handle, HRGN region) -> int {
         if (!desk().find(handle)) return 0;
-        if (region) SYSTEM(DeleteObject)(region);  // the system's from now on
+        forgetObject(region);  // the system's from now on
+        if (region) SYSTEM(DeleteObject)(region);
         return 1;
     });
     ANSWER(SetLayeredWindowAttributes, [](HWND handle) -> BOOL { return desk().find(handle) != nullptr; });

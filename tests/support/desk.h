@@ -130,6 +130,7 @@ inline void (*reportMisuse)(const std::string &what) = nullptr;
 // The names of the program's imports whose calls are told, and what of them, are listed in told.cpp.
 void tellCalls(bool on);
 void forgetObjects();  // what was made so far is no leak
+void forgetObject(const void *object);
 
 // Whether both streams would give the same next output; compares a stream with its replay by hand.
 inline bool sameStream(Rng a, Rng b)

@@ -44,7 +44,8 @@ static const std::pair<const char *, const char *> arguments[] = {
 
 // They ask or compute, or what they set is told with the call that uses it.
 static const char *const quiet =
-    " GetTickCount GetAsyncKeyState GetSystemMetrics GetCursorPos EnumDisplayMonitors MonitorFromPoint "
+    " GetTickCount GetFileAttributesW GetAsyncKeyState GetSystemMetrics GetCursorPos EnumDisplayMonitors "
+    "MonitorFromPoint "
     "MonitorFromRect GetMonitorInfoW GetClientRect GetWindowRect ClientToScreen IsWindow IntersectRect "
     "UnionRect OffsetRect InflateRect IsRectEmpty PtInRect GetLastError GetMessageW DispatchMessageW "
     "TranslateMessage BeginPaint EndPaint GetDC ReleaseDC GetModuleHandleW GetModuleFileNameW LoadIconW "
@@ -109,11 +110,11 @@ static std::string nameOfObject(const void *object)
     for (const auto *sprites : {&glowSprites, &starSprites, &heartSprites}) {
         for (const Sprite &sprite : *sprites) {
             ++number;
-            if (object && sprite.bitmap == object) return "sprite" + std::to_string(number);
+            if (object && sprite.bitmap == object) return " sprite" + std::to_string(number);
         }
     }
     const std::pair<const char *, ImageFrame *> frames[] = {
-        {"bubble", bubbleFrame}, {"main", mainFrame}, {"happy", happyFrame}, {"cheer", cheerFrame}};
+        {" bubble", bubbleFrame}, {" main", mainFrame}, {" happy", happyFrame}, {" cheer", cheerFrame}};
     for (const auto &[name, frame] : frames)
         if (object && frame && frame->image == object) return name;
     return "";
@@ -152,7 +153,8 @@ static void addPoints(Told &told, std::ostringstream &line, const Call &call, si
 static Told toldOf(const Call &call, const char *kinds)
 {
     Told told;
-    told.name = call.import.name.starts_with("Gdip") ? call.import.name.substr(4) : call.import.name;
+    told.name = call.import.name;
+    if (told.name.starts_with("Gdip") && std::isupper(told.name[4])) told.name.erase(0, 4);
     if (told.name.ends_with("W") && told.name != "W") told.name.pop_back();
     std::ostringstream line;
     line << told.name;
@@ -175,7 +177,7 @@ static Told toldOf(const Call &call, const char *kinds)
         case 'w': line << " " << nameOfWindow(call.get<HWND>(i)); break;
         case 's': line << " " << narrow(call.get<const wchar_t *>(i)); break;
         case 'm':
-        case 'o': line << " " << nameOfObject(pointer); break;
+        case 'o': line << nameOfObject(pointer); break;
         case 'd': line << placeOf(call.get<HDC>(i), told, i == 0); break;
         case 'z': line << " " << (pointer ? nameOf(pointer) : "nothing"); break;
         case 'r':
@@ -297,7 +299,6 @@ template <class... Numbers> static void lengthen(const void *path, Numbers... nu
             return call.passOn();
         });
     };
-    alsoDo("SetWindowRgn", [](const Call &call, const void *) { objects.erase(call.get<const void *>(1)); });
     alsoDo("GdipSetPenStartCap", [](const Call &call, const void *pen) {
         if (call.get<int>(1) == LineCapRound) objects[pen].ends += " round start";
     });
@@ -326,6 +327,11 @@ template <class... Numbers> static void lengthen(const void *path, Numbers... nu
     });
     return true;
 }();
+
+void forgetObject(const void *object)
+{
+    objects.erase(object);
+}
 
 void forgetObjects()
 {
