@@ -21,8 +21,10 @@ void idleTick(HWND window)
 {
     if (!window || window != idleHintWindow || hintVisible) return;
     const DWORD now = GetTickCount();
-    // 0 is no time: the machine may have run for 24 days when the difference would take it for one to come.
-    if (hintNotBefore != 0 && int32_t(now - hintNotBefore) < 0) return;
+    if (hintNotBefore != 0) {
+        if (int32_t(now - hintNotBefore) < 0) return;
+        hintNotBefore = 0;  // it has passed; 24 days later the difference would call it a time to come
+    }
     if (now - lastInputTick < 8000) return;
     showHintPanel(idleHintWindow, idleHintWidth, idleHintHeight);
 }

@@ -3,7 +3,7 @@
 #include "shell/base/state.h"
 #include "shell/base/surfaces.h"
 
-inline DWORD hintNotBefore = 0;        // GetTickCount before which the hint may not come back; 0 at first
+inline DWORD hintNotBefore = 0;        // GetTickCount before which the hint may not come back; 0 if it may
 inline HWND idleHintWindow = nullptr;  // where it comes back; null while it may not
 inline int idleHintWidth = 0;
 inline int idleHintHeight = 0;

@@ -184,7 +184,7 @@ void mascotWalkTick()
         }
         return;
     }
-    if (GetTickCount() < nextWalkTick) return;
+    if (int32_t(GetTickCount() - nextWalkTick) < 0) return;
     const MonitorSurface *surface = launchSurface();
     if (!surface) {
         scheduleWalk(25000, 55000);

@@ -43,6 +43,21 @@ TEST(Walk, StartsOutsideTheLaunchMonitorWhenItsTimeHasCome)
     EXPECT_FALSE(mascotEnabled || mainFrame || spriteDC || glowSprites[0].bitmap || walkerActive);
 }
 
+TEST(Walk, KeepsItsTimeWhenTheTickCounterWraps)
+{
+    for (const auto &[due, early, late] :
+         {std::tuple<DWORD, DWORD, DWORD>{3, 0xFFFFFFFF, 3}, {~2u, ~3u, 5}}) {
+        const Walk walk(oneMonitor);
+        nextWalkTick = due;
+        fakes.tick = early;
+        mascotWalkTick();
+        EXPECT_FALSE(walkerActive) << due;
+        fakes.tick = late;
+        mascotWalkTick();
+        EXPECT_TRUE(walkerActive) << due;
+    }
+}
+
 TEST(Walk, BowsOnceThroughAllStagesAndWalksOn)
 {
     struct {

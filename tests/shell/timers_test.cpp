@@ -68,3 +68,18 @@ TEST(Timers, BringTheHintAfterEightIdleSecondsAndTakeItAwayAgain)
         EXPECT_FALSE(hintVisible);
     }
 }
+
+TEST(Timers, BringTheHintWeeksAfterItWasLastBarred)
+{
+    const Desk desk(oneMonitor);
+    const Having window(idleHintWindow, fakeWindow(0));
+    const Having barred(hintNotBefore, fakes.tick);
+    idleHintWidth = 800, idleHintHeight = 600;
+    lastInputTick = fakes.tick;
+    onTimer(fakeWindow(0), 11);  // nothing: a child plays, and goes on for 28 days
+    fakes.tick += 0x90000000;
+    lastInputTick = fakes.tick - 8000;
+    onTimer(fakeWindow(0), 11);
+    EXPECT_TRUE(hintVisible);
+    discardHintPanel(fakeWindow(0));
+}
