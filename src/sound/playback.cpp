@@ -221,7 +221,8 @@ void startWipeLoop()
 void stopWipeLoop()
 {
     if (!wipeLoopPlaying) return;
-    handToPlayer(wipeClips[size_t(wipeClipIndex)].data(), stopLoop);
+    const SoundClip &clip = wipeClips[size_t(wipeClipIndex)];
+    if (isPlayable(clip)) handToPlayer(clip.data(), stopLoop);
     wipeLoopPlaying = false;
 }
 

@@ -138,6 +138,18 @@ TEST(Playback, GatesOpenAtTheirMillisecondEvenWhenTheTickWraps)
     }
 }
 
+TEST(Playback, NeverHandsAnAbsentLoopToThePlayer)
+{
+    Playing desk;
+    const Having wipes(wipeClips, decltype(wipeClips)());
+    const Having strokes(strokeLoops, decltype(strokeLoops)());
+    startWipeLoop();
+    stopWipeLoop();
+    startStrokeLoop();
+    stopStrokeLoop();
+    EXPECT_TRUE(recorded.sounds.empty());
+}
+
 TEST(Playback, NoByteOfAReplacedClipGoesWhileItMaySound)
 {
     Playing desk;
