@@ -1,11 +1,11 @@
 #include "hint/panel.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cfloat>
 #include <cmath>
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <string>
 
@@ -21,15 +21,29 @@ static FILE *openHintCount(const wchar_t *mode)
     return _wfopen(inFolder(dataDirectory(), L"exit_hint_launches.txt").c_str(), mode);
 }
 
+// Reads white space, a sign and digits, as many as there are, and nothing further, as the stream operator of
+// the library does. The C functions are no help: they wrap around a number that is too large.
+static int parseHintCount(FILE *file)
+{
+    int next = std::fgetc(file);
+    while (std::isspace(next))
+        next = std::fgetc(file);
+    const bool negative = next == '-';
+    if (next == '-' || next == '+') next = std::fgetc(file);
+    const int64_t tooLarge = int64_t(INT_MAX) + 1;
+    int64_t count = 0;
+    for (; std::isdigit(next); next = std::fgetc(file))
+        count = std::min(count * 10 + (next - '0'), tooLarge);
+    return negative || count == tooLarge ? 0 : int(count);
+}
+
 int readHintCount()
 {
     FILE *file = openHintCount(L"r");
     if (!file) return 0;
-    char word[24] = {};
-    const bool found = std::fscanf(file, "%23s", word) == 1;
+    const int count = parseHintCount(file);
     std::fclose(file);
-    const long long count = found ? std::strtoll(word, nullptr, 10) : 0;
-    return count > 0 && count <= INT_MAX ? int(count) : 0;
+    return count;
 }
 
 void writeHintCount(int count)
