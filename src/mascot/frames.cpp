@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <new>
 #include <span>
@@ -221,11 +222,39 @@ static OwnedBitmap copyOf(GpImage *image)
     return drawn == Ok ? std::move(copy) : nullptr;
 }
 
+// A picture of a few kilobytes can decode to gigabytes: no side may be longer than this.
+static constexpr uint32_t longestSide = 4096;
+
+// False if the head of a PNG file states a side that is too long. GDI+ may decode all of a picture when it
+// opens it, so it is asked second.
+static bool headAllows(const std::wstring &path)
+{
+    uint8_t head[24] = {};
+    FILE *file = _wfopen(path.c_str(), L"rb");
+    if (!file) return true;
+    std::fread(head, 1, sizeof head, file);
+    std::fclose(file);
+    const auto sideAt = [&](size_t at) {
+        return uint32_t(head[at]) << 24 | head[at + 1] << 16 | head[at + 2] << 8 | head[at + 3];
+    };
+    if (std::memcmp(head, "\x89PNG", 4) != 0) return true;
+    return sideAt(16) <= longestSide && sideAt(20) <= longestSide;
+}
+
+static bool hasFittingSides(GpImage *image)
+{
+    UINT width = 0;
+    UINT height = 0;
+    GdipGetImageWidth(image, &width);
+    GdipGetImageHeight(image, &height);
+    return width <= longestSide && height <= longestSide;
+}
+
 std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path)
 {
-    if (path.empty() || !pathExists(path)) return nullptr;
+    if (path.empty() || !pathExists(path) || !headAllows(path)) return nullptr;
     GpImage *image = nullptr;
-    if (GdipLoadImageFromFile(path.c_str(), &image) != Ok) {
+    if (GdipLoadImageFromFile(path.c_str(), &image) != Ok || !hasFittingSides(image)) {
         GdipDisposeImage(image);
         return nullptr;
     }

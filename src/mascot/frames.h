@@ -31,7 +31,7 @@ struct FrameRect {
 void loadMascotFrames(const std::wstring &folder);
 void unloadMascotFrames();
 
-// Loads and cleans one file; null if it does not exist or cannot be read.
+// Loads and cleans one file; null if it does not exist, cannot be read or has more than 4096 pixels a side.
 std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path);
 
 // Where a frame stands whose bottom centre is (x, y), height pixels high (40 at least), moved by bob.

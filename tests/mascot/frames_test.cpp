@@ -110,6 +110,12 @@ TEST(MascotFiles, ThatCannotBeReadLeaveNothingAndOddOnesWork)
         EXPECT_EQ(load(broken), nullptr) << broken;
     EXPECT_EQ(loadFrameFile(folder.path), nullptr);
     EXPECT_EQ(frameRect(nullptr, 0, 0, 30, 0).height, 40.0f);
+    for (const auto &[wide, high] : {std::array{4096, 3}, {3, 4096}, {4097, 3}, {3, 4097}}) {
+        for (const bool asPng : {true, false}) {  // by the file's head, and by what GDI+ reads
+            Picture(wide, high, [](int, int) { return ink; }).save(file, asPng);
+            EXPECT_EQ(loadFrameFile(file) != nullptr, wide + high == 4099) << wide << " by " << high;
+        }
+    }
     Picture(4000, 2000, [](int, int) { return 0x80406080; }).save(file);
     const auto large = loadFrameFile(file);
     ASSERT_NE(large, nullptr);

@@ -20,10 +20,13 @@ struct Picture : ImageFrame {
         for (int i = 0; i < width * height; ++i)
             *reinterpret_cast<uint32_t *>(pixels.at(i % width, i / width)) = colorAt(i % width, i / width);
     }
-    void save(const std::filesystem::path &path) const
+    void save(const std::filesystem::path &path, bool asPng = true) const
     {
-        const CLSID png = {0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
-        GdipSaveImageToFile(image, path.c_str(), &png, nullptr);
+        const CLSID encoder = {asPng ? 0x557cf406u : 0x557cf400u,
+                               0x1a04,
+                               0x11d3,
+                               {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
+        GdipSaveImageToFile(image, path.c_str(), &encoder, nullptr);
     }
 };
 
