@@ -74,6 +74,28 @@ cp "$work/tapped.ppm" "$top/build/e2e/play.ppm"
 leave
 [ "$(windows)" = 0 ] || fail "a window stayed"
 
+# DLLs that somebody put beside the program are not let in; they are into one that needs them from the start.
+# Wine, other than Windows, has to be asked to look at them.
+mkdir "$work/beside"
+export WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winmm,msimg32=n,b"
+for dll in winmm msimg32; do
+    x86_64-w64-mingw32-g++-posix -shared -static -o "$work/beside/$dll.dll" "$top/tests/e2e/planted.cpp"
+done
+planted() { ls "$work/beside" | grep -c '\.ran$'; }
+echo 'int main() { return !PlaySoundW(nullptr, nullptr, 0) && !AlphaBlend({}, 0, 0, 0, 0, {}, 0, 0, 0, 0, {}); }' |
+    x86_64-w64-mingw32-g++-posix -static -include windows.h -x c++ - -o "$work/beside/needy.exe" -lwinmm -lmsimg32
+wine "$work/beside/needy.exe" </dev/null >/dev/null 2>&1 || true
+[ "$(planted)" = 2 ] || fail "the planted DLLs do not work"
+rm "$work/beside"/*.ran
+shipped=$exe
+cp "$exe" "$work/beside" && exe=$work/beside/Zubbly.exe
+launch
+tap 300 300
+sleep 1
+leave
+[ "$(planted)" = 0 ] || fail "planted DLLs ran: $(ls "$work/beside")"
+exe=$shipped
+
 # A crash turns a run red, or none of this would prove anything.
 x86_64-w64-mingw32-g++-posix -static -o "$work/crash.exe" "$top/tests/e2e/crash.cpp"
 launch
