@@ -202,10 +202,16 @@ static void onPressedKey(HWND window, uint32_t key, LPARAM flags)
     }
 }
 
+// A held key is one press.
+static void onCaptureKey(HWND window, uint32_t key, LPARAM flags)
+{
+    if (!isAutoRepeat(flags)) captureOrExit(key, window);
+}
+
 static void onKeyDown(HWND window, uint32_t key, LPARAM flags)
 {
     switch (keyClass(key, altHeld(flags))) {
-    case KeyClass::capture: captureOrExit(key, window); break;
+    case KeyClass::capture: onCaptureKey(window, key, flags); break;
     case KeyClass::enter: onEnter(); break;
     case KeyClass::escape: onEscape(window); break;
     case KeyClass::apps: break;  // its release becomes WM_CONTEXTMENU
@@ -220,7 +226,7 @@ static void onKeyDown(HWND window, uint32_t key, LPARAM flags)
 // Every other system key is swallowed.
 static void onSystemKeyDown(HWND window, uint32_t key, LPARAM flags)
 {
-    if (keyClass(key, altHeld(flags)) == KeyClass::capture) captureOrExit(key, window);
+    if (keyClass(key, altHeld(flags)) == KeyClass::capture) onCaptureKey(window, key, flags);
 }
 
 // The keypad's pen digits count here too, unlike at key-down: they flush a letter that waits.
@@ -406,8 +412,17 @@ static void onTouch(UINT count, HTOUCHINPUT handle)
     CloseTouchInputHandle(handle);
 }
 
+// Windows makes mouse messages from touches, too, although a touch window gets its own. Their extra
+// information has a signature with bit 7 set; where it is clear a pen made them, which is a mouse to us.
+static bool isMouseOfFinger(UINT message)
+{
+    if (message < WM_MOUSEFIRST || message > WM_MOUSELAST) return false;
+    return (uint32_t(GetMessageExtraInfo()) & 0xFFFFFF80) == 0xFF515780;
+}
+
 LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (isMouseOfFinger(message)) return 0;
     switch (message) {
     case WM_CREATE: onCreate(window); return 0;
     case WM_DESTROY: return 0;  // the ways out post the quit message

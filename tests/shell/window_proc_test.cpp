@@ -113,6 +113,10 @@ TEST_F(Routing, GivesEachInputItsEffectsAndNoOther)
             EXPECT_EQ(effects() + " " + std::to_string(answer), wanted) << message << " " << (input & 255);
         }
     }
+    calmDown();
+    send(WM_KEYDOWN, VK_SNAPSHOT, 1 << 30);  // repeats of a held key
+    send(WM_SYSKEYDOWN, VK_F4, 3 << 29);
+    EXPECT_EQ(effects(), "");
     EXPECT_EQ(send(WM_CONTEXTMENU, 0, at(-1, 5)) + send(WM_CONTEXTMENU, 0, at(5, -1)), 2 * 77);
 }
 
@@ -237,4 +241,49 @@ TEST_F(Routing, PaintsAFanFromEachFinger)
     }
     send(WM_TOUCH, 1);  // the system does not tell: dropped, and the handle stays
     EXPECT_EQ(countCalls("CloseTouchInputHandle"), 1);
+}
+
+TEST_F(Routing, DropsTheMouseOfAFingerAndKeepsThatOfAPen)
+{
+    const std::tuple<LPARAM, bool> rows[] = {{0xFF515780, false}, {0xFF5157FF, false},
+                                             {-0xAEA880, false},  // the first one with its sign
+                                             {0xFF515700, true},  // a pen
+                                             {0xFF515800, true},  {0, true}};
+    for (const auto &[information, isMouse] : rows) {
+        calmDown();
+        fakes.extraInfo = information;
+        const auto marks = [&](UINT message, LPARAM place = 0) {
+            EXPECT_EQ(send(message, 0, place), 0);
+            return !recorded.draws.empty() || leftButtonDown || menuOpen || autoMode == 1;
+        };
+        EXPECT_EQ(marks(WM_RBUTTONDOWN, at(90, 90)), isMouse) << information;
+        calmDown();
+        EXPECT_EQ(marks(WM_XBUTTONDOWN), isMouse) << information;
+        calmDown();
+        EXPECT_EQ(marks(WM_LBUTTONDOWN, at(90, 90)), isMouse) << information;
+        EXPECT_EQ(marks(WM_MOUSEMOVE, at(150, 90)), isMouse) << information;
+        EXPECT_EQ(!recorded.draws.empty(), isMouse) << information;
+        leftButtonDown = true;
+        send(WM_LBUTTONUP);
+        EXPECT_EQ(!leftButtonDown, isMouse) << information;
+        fakes.touches = {finger(TOUCHEVENTF_DOWN)};
+        recorded.draws.clear();
+        send(WM_TOUCH, 1);
+        EXPECT_FALSE(recorded.draws.empty()) << "a finger's own message";
+    }
+}
+
+TEST_F(Routing, TakesTheButtonsAsEachHandHasThem)
+{
+    for (const bool leftHanded : {false, true}) {
+        fakes.buttonsSwapped = leftHanded;
+        calmDown();
+        fakes.keysDown = {leftHanded ? VK_LBUTTON : VK_RBUTTON};  // the physical one
+        send(WM_RBUTTONDOWN, 0, at(90, 90));
+        EXPECT_TRUE(menuOpen && !leftButtonDown);
+        calmDown();
+        fakes.keysDown = {leftHanded ? VK_RBUTTON : VK_LBUTTON};
+        send(WM_RBUTTONDOWN, 0, at(90, 90));
+        EXPECT_TRUE(!menuOpen && leftButtonDown);
+    }
 }

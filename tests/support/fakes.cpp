@@ -74,7 +74,8 @@ REPLACE_IMPORT(GetAsyncKeyState) = [](int key) -> SHORT {
 };
 REPLACE_IMPORT(GetSystemMetrics) = [](int index) -> int {
     const auto &[left, top, width, height] = fakes.screen;
-    const std::map<int, int> screen = {{76, left}, {77, top}, {78, width}, {79, height}};
+    const std::map<int, int> screen = {
+        {SM_SWAPBUTTON, fakes.buttonsSwapped}, {76, left}, {77, top}, {78, width}, {79, height}};
     return screen.contains(index) ? screen.at(index) : REAL(GetSystemMetrics)(index);
 };
 REPLACE_IMPORT(GetCursorPos) = [](LPPOINT point) -> BOOL {
@@ -106,6 +107,14 @@ REPLACE_IMPORT(GetMonitorInfoW) = [](HMONITOR monitor, LPMONITORINFO info) -> BO
     if (fails("GetMonitorInfoW") || index >= fakes.monitors.size()) return FALSE;
     info->rcMonitor = fakes.monitors[index];
     info->rcWork = fakes.monitors[index];
+    return TRUE;
+};
+REPLACE_IMPORT(EnumDisplaySettingsW) = [](LPCWSTR, DWORD, LPDEVMODEW mode) -> BOOL {
+    if (fakes.monitors.empty()) return FALSE;
+    const RECT &first = fakes.monitors.front();
+    mode->dmPelsWidth = DWORD(first.right - first.left);
+    mode->dmPelsHeight = DWORD(first.bottom - first.top);
+    mode->dmDisplayOrientation = fakes.orientation;
     return TRUE;
 };
 
@@ -203,6 +212,7 @@ REPLACE_IMPORT(GetTouchInputInfo) = [](HTOUCHINPUT, UINT count, PTOUCHINPUT touc
     std::copy(fakes.touches.begin(), fakes.touches.end(), touches);
     return TRUE;
 };
+REPLACE_IMPORT(GetMessageExtraInfo) = []() -> LPARAM { return fakes.extraInfo; };
 SAYS(CloseTouchInputHandle, BOOL, TRUE, (HTOUCHINPUT), "CloseTouchInputHandle");
 
 SAYS(SetWindowsHookExW, HHOOK, fails("SetWindowsHookExW") ? nullptr : HHOOK(0x400),
@@ -211,9 +221,7 @@ SAYS(UnhookWindowsHookEx, BOOL, TRUE, (HHOOK), "Unhook");
 SAYS(CallNextHookEx, LRESULT, 0, (HHOOK, int, WPARAM, LPARAM), "CallNextHook");
 REPLACE_IMPORT(SystemParametersInfoW) = [](UINT action, UINT, PVOID value, UINT profile) -> BOOL {
     DWORD &flags = static_cast<DWORD *>(value)[1];  // behind the size in all three records
-    const bool sets =
-        action == SPI_SETSTICKYKEYS || action == SPI_SETTOGGLEKEYS || action == SPI_SETFILTERKEYS;
-    if (sets) return said(TRUE, "SystemParametersInfo", action, flags, profile);
+    if (action % 2) return said(TRUE, "SystemParametersInfo", action, flags, profile);  // sets
     flags = 0xFF;
     return !fails("SystemParametersInfoW");
 };
@@ -241,6 +249,11 @@ REPLACE_IMPORT(GetModuleFileNameW) = [](HMODULE module, LPWSTR text, DWORD size)
     const size_t length = std::min(fakes.programFile.copy(text, size - 1), size_t(size));
     text[length] = 0;
     return fakes.programFile.size() < size ? DWORD(length) : size;
+};
+REPLACE_IMPORT(GetProcAddress) = [](HMODULE module, LPCSTR name) -> FARPROC {
+    if (HIWORD(intptr_t(name)) && fakes.functions.contains(name))
+        return reinterpret_cast<FARPROC>(fakes.functions[name]);
+    return REAL(GetProcAddress)(module, name);
 };
 REPLACE_IMPORT(GetUserDefaultUILanguage) = []() -> LANGID { return fakes.uiLanguage; };
 REPLACE_IMPORT(IsWindow) = [](HWND window) -> BOOL { return isFake(window) || REAL(IsWindow)(window); };

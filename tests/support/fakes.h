@@ -18,7 +18,9 @@ struct Fakes {
     std::set<int> keysDown;              // GetAsyncKeyState
     std::vector<RECT> monitors;          // in the order in which the system tells them
     size_t primaryMonitor = 0;
-    VirtualScreen screen = {};  // metrics 76 to 79; desks set it to the union of their monitors
+    DWORD orientation = DMDO_DEFAULT;  // of the first monitor, EnumDisplaySettingsW
+    VirtualScreen screen = {};         // metrics 76 to 79; desks set it to the union of their monitors
+    bool buttonsSwapped = false;       // metric 23
     POINT cursor = {};
     HWND foreground = nullptr;
     HDC paintDC = nullptr;  // BeginPaint of our windows
@@ -26,6 +28,7 @@ struct Fakes {
     BOOL playResult = TRUE;           // PlaySoundW
     BOOL postResult = TRUE;           // PostMessageW
     std::vector<TOUCHINPUT> touches;  // GetTouchInputInfo; it fails while this is empty
+    LPARAM extraInfo = 0;             // GetMessageExtraInfo
     std::vector<MSG> messages;        // GetMessageW hands these out, then ends the loop
     DWORD lastError = 0;              // after CreateMutexW
     LANGID uiLanguage = 0x0409;       // GetUserDefaultUILanguage
@@ -34,8 +37,9 @@ struct Fakes {
     int64_t wallSeconds = 0;          // the system clock, UTC since 1970; the real time while 0
     SYSTEMTIME localTime = {};        // GetLocalTime
     std::function<HRESULT(REFCLSID, void **)> makeObject;  // CoCreateInstance; it fails while this is empty
-    std::set<std::string> failing;  // imports that fail, of those below that ask for it
-    std::function<void()> play;     // GetMessageW does this once instead, then ends the loop
+    std::map<std::string, void *> functions;  // GetProcAddress; the real ones where this has none
+    std::set<std::string> failing;            // imports that fail, of those below that ask for it
+    std::function<void()> play;               // GetMessageW does this once instead, then ends the loop
 
     void passMs(DWORD ms)  // both clocks
     {

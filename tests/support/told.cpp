@@ -53,7 +53,7 @@ static const char *const quiet =
     "CoTaskMemFree GetTouchInputInfo GdipCreateSolidFill GdipDeleteBrush GdipCreatePen1 GdipDeletePen "
     "GdipSetPenStartCap GdipSetPenEndCap GdipSetPenLineJoin GdipSetPenLineCap197819 GdipCreatePath "
     "GdipDeletePath GdipAddPathArc GdipAddPathBezier GdipAddPathPolygon GdipCreateFromHDC GdipDeleteGraphics "
-    "GdipMeasureString ";
+    "GdipMeasureString GetMessageExtraInfo GetProcAddress EnumDisplaySettingsW ";
 
 // Of brushes, pens, paths and Graphics while they live; of everything else, that it does.
 struct Traits {
