@@ -1,21 +1,29 @@
 #include "shell/lockdown.h"
 
 #include <algorithm>
+#include <bitset>
 
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
 #include "shell/base/keys.h"
 #include "shell/base/surfaces.h"
 
-// Keys for the program: told to the window procedure, for the hook has to answer quickly. A PrintScreen
-// that carries the mark of an extended key comes as WM_KEYDOWN instead.
+// Keys that were posted and are still held. The keyboard repeats a held key, and each repeat would open one
+// more save dialog.
+static std::bitset<256> postedKeys;
+
+// Our own keys are posted once a press, because a hook must return quickly. True if the event is dealt with.
+// A PrintScreen that carries the mark of an extended key comes as WM_KEYDOWN instead.
 static bool postToProgram(const KBDLLHOOKSTRUCT &event, bool alt)
 {
     if (event.flags & LLKHF_UP) return false;
     const bool ours =
         event.vkCode == VK_SNAPSHOT || (alt && (event.vkCode == VK_F1 || event.vkCode == VK_F4));
     if (!ours || !hookTargetWindow || (event.flags & LLKHF_EXTENDED)) return false;
-    return PostMessageW(hookTargetWindow, WM_APP + 1, event.vkCode, 0) != FALSE;
+    if (postedKeys[event.vkCode]) return true;
+    if (!PostMessageW(hookTargetWindow, WM_APP + 1, event.vkCode, 0)) return false;
+    postedKeys.set(event.vkCode);
+    return true;
 }
 
 static bool leadsOut(const KBDLLHOOKSTRUCT &event, bool alt)
@@ -30,11 +38,15 @@ static bool leadsOut(const KBDLLHOOKSTRUCT &event, bool alt)
 
 LRESULT CALLBACK lowLevelKeyboardProc(int code, WPARAM message, LPARAM eventPointer)
 {
-    if (code == HC_ACTION && (message == WM_KEYDOWN || message == WM_SYSKEYDOWN)) {
+    if (code == HC_ACTION) {
         const KBDLLHOOKSTRUCT &event = *reinterpret_cast<const KBDLLHOOKSTRUCT *>(eventPointer);
-        const bool alt =
-            (event.flags & LLKHF_ALTDOWN) || isDown(VK_MENU) || isDown(VK_LMENU) || isDown(VK_RMENU);
-        if (postToProgram(event, alt) || leadsOut(event, alt)) return 1;
+        if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN) {
+            const bool alt =
+                (event.flags & LLKHF_ALTDOWN) || isDown(VK_MENU) || isDown(VK_LMENU) || isDown(VK_RMENU);
+            if (postToProgram(event, alt) || leadsOut(event, alt)) return 1;
+        } else {
+            postedKeys.reset(event.vkCode);
+        }
     }
     return CallNextHookEx(keyboardHook, code, message, eventPointer);
 }
@@ -49,6 +61,7 @@ void removeKeyboardHook()
 {
     if (keyboardHook) UnhookWindowsHookEx(keyboardHook);
     keyboardHook = nullptr;
+    postedKeys.reset();
 }
 
 static bool surfaceInFront()
