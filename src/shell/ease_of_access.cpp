@@ -1,38 +1,69 @@
-#include "shell/shift_prompts.h"
+#include "shell/ease_of_access.h"
 
 #include "shell/base/windows_api.h"
 
-static STICKYKEYS stickyBefore = {};  // cbSize stays 0 until the earlier setting is known
-static TOGGLEKEYS toggleBefore = {};
-static FILTERKEYS filterBefore = {};
+// What each feature's record is read and written by, and which of its flags is the shortcut. The last one
+// changes no theme, which takes seconds and repaints every window of the system.
+template <class Record> struct Feature {
+    UINT get, set;
+    DWORD shortcut, whenSet = 0;
+    bool taken = false;
+};
+static Feature<STICKYKEYS> stickyKeys = {SPI_GETSTICKYKEYS, SPI_SETSTICKYKEYS, SKF_HOTKEYACTIVE};
+static Feature<TOGGLEKEYS> toggleKeys = {SPI_GETTOGGLEKEYS, SPI_SETTOGGLEKEYS, TKF_HOTKEYACTIVE};
+static Feature<FILTERKEYS> filterKeys = {SPI_GETFILTERKEYS, SPI_SETFILTERKEYS, FKF_HOTKEYACTIVE};
+static Feature<MOUSEKEYS> mouseKeys = {SPI_GETMOUSEKEYS, SPI_SETMOUSEKEYS, MKF_HOTKEYACTIVE};
+static Feature<HIGHCONTRASTW> highContrast = {SPI_GETHIGHCONTRAST, SPI_SETHIGHCONTRAST, HCF_HOTKEYACTIVE,
+                                              HCF_OPTION_NOTHEMECHANGE};
 
-template <class Keys> static void silence(Keys &before, UINT get, UINT set, DWORD shortcut)
+template <class Record> static Record recordOf(const Feature<Record> &feature)
 {
-    if (before.cbSize) return;
-    Keys found = {};
-    found.cbSize = sizeof found;
-    if (!SystemParametersInfoW(get, sizeof found, &found, 0)) return;
-    before = found;
-    found.dwFlags &= ~shortcut;
-    SystemParametersInfoW(set, sizeof found, &found, 0);
+    Record record = {};
+    record.cbSize = sizeof record;
+    if (!SystemParametersInfoW(feature.get, sizeof record, &record, 0)) record = {};
+    return record;
 }
 
-template <class Keys> static void restore(Keys &before, UINT set)
+template <class Record> static bool write(const Feature<Record> &feature, Record record)
 {
-    if (before.cbSize) SystemParametersInfoW(set, sizeof before, &before, 0);
-    before = {};
+    record.dwFlags |= feature.whenSet;
+    return SystemParametersInfoW(feature.set, sizeof record, &record, 0);
 }
 
-void silenceShiftPrompts()
+template <class Record> static void silence(Feature<Record> &feature)
 {
-    silence(stickyBefore, SPI_GETSTICKYKEYS, SPI_SETSTICKYKEYS, SKF_HOTKEYACTIVE);
-    silence(toggleBefore, SPI_GETTOGGLEKEYS, SPI_SETTOGGLEKEYS, TKF_HOTKEYACTIVE);
-    silence(filterBefore, SPI_GETFILTERKEYS, SPI_SETFILTERKEYS, FKF_HOTKEYACTIVE);
+    if (feature.taken) return;
+    Record record = recordOf(feature);
+    if (!(record.dwFlags & feature.shortcut)) return;
+    record.dwFlags &= ~feature.shortcut;
+    feature.taken = write(feature, record);
 }
 
-void restoreShiftPrompts()
+// Read anew: a name that the record points to may be the system's own memory.
+template <class Record> static void restore(Feature<Record> &feature)
 {
-    restore(stickyBefore, SPI_SETSTICKYKEYS);
-    restore(toggleBefore, SPI_SETTOGGLEKEYS);
-    restore(filterBefore, SPI_SETFILTERKEYS);
+    if (!feature.taken) return;
+    feature.taken = false;
+    Record record = recordOf(feature);
+    if (!record.cbSize) return;
+    record.dwFlags |= feature.shortcut;
+    write(feature, record);
+}
+
+void silenceEaseOfAccess()
+{
+    silence(stickyKeys);
+    silence(toggleKeys);
+    silence(filterKeys);
+    silence(mouseKeys);
+    silence(highContrast);
+}
+
+void restoreEaseOfAccess()
+{
+    restore(stickyKeys);
+    restore(toggleKeys);
+    restore(filterKeys);
+    restore(mouseKeys);
+    restore(highContrast);
 }

@@ -5,8 +5,13 @@
 
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
+#include "shell/awake.h"
 #include "shell/base/keys.h"
 #include "shell/base/surfaces.h"
+#include "shell/ease_of_access.h"
+#include "shell/edge_swipes.h"
+#include "shell/fullscreen_mark.h"
+#include "shell/rotation_lock.h"
 
 // Keys that were posted and are still held. The keyboard repeats a held key, and each repeat would open one
 // more save dialog.
@@ -51,17 +56,33 @@ LRESULT CALLBACK lowLevelKeyboardProc(int code, WPARAM message, LPARAM eventPoin
     return CallNextHookEx(keyboardHook, code, message, eventPointer);
 }
 
-void installKeyboardHook()
+void takeLock()
 {
-    if (!blockShortcuts || keyboardHook) return;
-    keyboardHook = SetWindowsHookExW(WH_KEYBOARD_LL, lowLevelKeyboardProc, GetModuleHandleW(nullptr), 0);
+    hookTargetWindow = primaryWindow();
+    if (blockShortcuts) {
+        if (!keyboardHook)
+            keyboardHook =
+                SetWindowsHookExW(WH_KEYBOARD_LL, lowLevelKeyboardProc, GetModuleHandleW(nullptr), 0);
+        silenceEaseOfAccess();
+        stopEdgeSwipes();
+        holdRotation();
+        markFullscreen();
+    }
+    keepScreenAwake();
 }
 
-void removeKeyboardHook()
+void releaseLock()
 {
+    ClipCursor(nullptr);
     if (keyboardHook) UnhookWindowsHookEx(keyboardHook);
     keyboardHook = nullptr;
+    hookTargetWindow = nullptr;
     postedKeys.reset();
+    restoreEaseOfAccess();
+    allowEdgeSwipes();
+    releaseRotation();
+    unmarkFullscreen();
+    letScreenSleep();
 }
 
 static bool surfaceInFront()

@@ -9,9 +9,13 @@ inline float volumeClamp = -1.0f;        // 0 to 1, or -1 for off
 
 LRESULT CALLBACK lowLevelKeyboardProc(int code, WPARAM message, LPARAM event);
 
-// Installs the hook if the setting asks for it and none exists.
-void installKeyboardHook();
-void removeKeyboardHook();
+// Keeps the system's keys, prompts, swipes, rotation and notifications away if blockShortcuts asks for it,
+// and the screen awake in any case. Needs surfaces. What cannot be had is skipped.
+void takeLock();
+
+// Undoes takeLock and frees the cursor, while the surfaces' windows still exist; a second call only frees
+// the cursor.
+void releaseLock();
 
 // Clips the cursor to the monitors while a surface is in front; frees it otherwise.
 void confineCursor();

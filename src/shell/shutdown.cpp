@@ -7,9 +7,7 @@
 #include "menu/menu.h"
 #include "saving/save_dialog.h"
 #include "shell/allowance.h"
-#include "shell/awake.h"
 #include "shell/lockdown.h"
-#include "shell/shift_prompts.h"
 #include "shell/base/surfaces.h"
 #include "sound/speech.h"
 
@@ -21,16 +19,6 @@ void stopAllTimers(HWND window)
     discardHintPanel(window);
     for (const UINT_PTR id : {1, 3, 5, 6, 7, 10, 9, 11, 13, 12, 8})
         KillTimer(window, id);
-}
-
-static void releaseLockdown()
-{
-    ClipCursor(nullptr);
-    removeKeyboardHook();
-    hookTargetWindow = nullptr;
-    releaseVoice();
-    restoreShiftPrompts();
-    letScreenSleep();
 }
 
 static void closeSurface(MonitorSurface &surface)
@@ -64,7 +52,8 @@ void shutdownApp(bool fromTimer)
         stopAutoDrawing();
         stopWipe();
         menuOpen = false;
-        releaseLockdown();
+        releaseLock();
+        releaseVoice();
         for (MonitorSurface &surface : surfaces) {
             // Hidden first, so that the child sees the desktop at once and not a frozen picture.
             if (surface.hwnd) ShowWindow(surface.hwnd, SW_HIDE);
@@ -92,7 +81,8 @@ void endSession()
     shutdownMascot();
     menuOpen = false;
     autoStepsLeft = 0;
-    releaseLockdown();
+    releaseLock();
+    releaseVoice();
     closeSurfaces();
     stopGdiplus();
     PostQuitMessage(0);
@@ -100,7 +90,8 @@ void endSession()
 
 void finishRun()
 {
-    releaseLockdown();
+    releaseLock();
+    releaseVoice();
     shutdownMascot();
     destroyDialogHost();
     if (!gdiplusToken) return;

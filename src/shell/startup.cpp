@@ -11,9 +11,7 @@
 #include "settings/language.h"
 #include "settings/options.h"
 #include "shell/allowance.h"
-#include "shell/awake.h"
 #include "shell/lockdown.h"
-#include "shell/shift_prompts.h"
 #include "shell/shutdown.h"
 #include "shell/base/surfaces.h"
 #include "shell/window_proc.h"
@@ -116,10 +114,7 @@ static bool openToy(const AppOptions &options)
     confineCursor();
     startPrimaryTimer(1, 1500);
     startPrimaryTimer(10, saveInterval(options));
-    hookTargetWindow = primaryWindow();
-    installKeyboardHook();
-    if (blockShortcuts) silenceShiftPrompts();
-    keepScreenAwake();
+    takeLock();
     armExitHint(options);
     if (soundEnabled) playStartClip();
     clampMasterVolume();

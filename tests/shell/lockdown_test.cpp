@@ -71,13 +71,35 @@ TEST(KeyboardHook, DecidesEveryEventAsPromised)
         }
         for (event.vkCode = 0; event.vkCode < 256; ++event.vkCode) {
             const char fate = promised(event.vkCode, world);
-            for (const WPARAM message : {WM_KEYDOWN, WM_SYSKEYDOWN, WM_KEYUP, WM_SYSKEYUP}) {
+            for (const WPARAM message : {WM_KEYDOWN, WM_KEYUP, WM_SYSKEYDOWN, WM_SYSKEYUP}) {
                 const bool down = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
                 ASSERT_EQ(fateOf(message, event), down ? fate : 'n') << event.vkCode << " in " << world;
             }
             ASSERT_EQ(fateOf(WM_KEYDOWN, event, 3), 'n');
         }
     }
+}
+
+TEST(KeyboardHook, PostsAHeldKeyOnce)
+{
+    const Desk desk(oneMonitor);
+    const Having lent(hookTargetWindow, fakeWindow(0));
+    const KBDLLHOOKSTRUCT dialogKey = {VK_F1, 0, LLKHF_ALTDOWN, 0, 0};
+    const KBDLLHOOKSTRUCT copyKey = {VK_SNAPSHOT, 0, 0, 0, 0};
+    fakes.postResult = FALSE;
+    EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), 'n');  // tried in vain, so not remembered
+    fakes.postResult = TRUE;
+    for (int press = 0; press < 2; ++press) {
+        EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), 'p');
+        for (int repeat = 0; repeat < 3; ++repeat)
+            EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), 's');
+        EXPECT_EQ(fateOf(WM_KEYDOWN, copyKey), press ? 's' : 'p');  // a key of its own, held through both
+        EXPECT_EQ(fateOf(press ? WM_KEYUP : WM_SYSKEYUP, dialogKey), 'n');
+    }
+    releaseLock();
+    hookTargetWindow = fakeWindow(0);
+    EXPECT_EQ(fateOf(WM_KEYDOWN, copyKey), 'p');
+    releaseLock();
 }
 
 TEST(Lockdown, HoldsTheCursorOnlyWhileASurfaceIsInFront)

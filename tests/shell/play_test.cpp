@@ -277,7 +277,7 @@ static const struct {
     const char *name;
     void (*play)();
     uint32_t story;
-} chapters[] = {{"start-up", [] { wait(2000); }, 0x19bdfbd8},
+} chapters[] = {{"start-up", [] { wait(2000); }, 0xedf389aa},
                 {"calm keys", calmKeys, 0x7220b86b},
                 {"mashed keys", mashedKeys, 0x9927eb31},
                 {"taps and strokes", tapsAndStrokes, 0xdc0a9053},
@@ -288,7 +288,7 @@ static const struct {
                 {"penguin", penguin, 0x4723aaf7},
                 {"grown-ups", grownUps, 0xb12a0375},
                 {"anything", anything, 0xbff15999},
-                {"way out", [] { send(WM_SYSKEYDOWN, VK_F4, 1 << 29); }, 0xc6b1cbb2},
+                {"way out", [] { send(WM_SYSKEYDOWN, VK_F4, 1 << 29); }, 0x7fdd6bf0},
                 {"the end", nullptr, 0x88b84cb8}};
 
 // The story hangs on the last bits of these, which are the system's.
