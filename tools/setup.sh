@@ -37,7 +37,6 @@ python3                                     python3
 clang-format                                clang-format
 Xvnc                                        tigervnc-standalone-server
 xrandr                                      x11-xserver-utils
-xclip                                       xclip
 pulseaudio                                  pulseaudio
 pactl                                       pulseaudio-utils
 /usr/lib/python3/dist-packages/numpy        python3-numpy

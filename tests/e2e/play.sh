@@ -61,16 +61,6 @@ if ! soon 3 painted; then
     soon 10 painted || fail "the stroke is broken: $(painted)"
 fi
 
-# Taps leave a mark on each monitor.
-tapped() {
-    picture "$work/tapped.ppm"
-    [ "$(colour "$work/tapped.ppm" "$1" "$2")" != "$(colour "$work/empty.ppm" "$1" "$2")" ]
-}
-for point in "1150 80" "-600 560"; do
-    tap $point
-    soon 10 tapped $point || fail "no tap at $point"
-done
-cp "$work/tapped.ppm" "$top/build/e2e/play.ppm"
 leave
 [ "$(windows)" = 0 ] || fail "a window stayed"
 
