@@ -31,7 +31,7 @@ std::wstring resolveFontPath(const std::wstring &fileName)
     return pathExists(file) ? file : std::wstring();
 }
 
-constexpr long maxFontBytes = 64 << 20;  // no typeface: nothing to fill the memory with
+static constexpr long maxFontBytes = 64 << 20;  // anything larger is not a typeface
 
 static bool readWholeFile(const std::wstring &path, std::vector<uint8_t> &bytes)
 {
@@ -49,7 +49,7 @@ static bool readWholeFile(const std::wstring &path, std::vector<uint8_t> &bytes)
     return whole;
 }
 
-// The first family of a collection made from the holder's bytes; false if any step fails.
+// Makes a collection from the holder's bytes and takes its first family; false if any step fails.
 static bool makePrivateFamily(PrivateFontHolder &holder)
 {
     GdipNewPrivateFontCollection(&holder.collection);
@@ -80,14 +80,15 @@ HintFamily *loadPrivateFamily(PrivateFontHolder &holder, const std::wstring &fil
     return nullptr;
 }
 
-GpStatus takeStatus(HintFamily &family)
+// Reading the status clears it, so a failed query costs one showing of the panel and not all of them.
+static GpStatus takeStatus(HintFamily &family)
 {
     const GpStatus status = family.lastStatus;
     family.lastStatus = Ok;
     return status;
 }
 
-// False, and the status stays with the family, if the question itself fails.
+// Also false if the query fails; the family then keeps its status.
 static bool hasStyle(HintFamily &family, int style)
 {
     BOOL available = FALSE;

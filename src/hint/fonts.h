@@ -1,55 +1,52 @@
 #pragma once
-// The rounded typeface of the exit hint: private font files beside the program, which need no
-// installation, else a list of installed families. Every failure leads to the next candidate.
+// The rounded typeface of the exit hint: font files beside the program, used without installing them, else
+// the first usable one of a list of installed families. Every failure leads to the next candidate.
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "shell/base/windows_api.h"
 
-// A family with the status of its creation or of a failed query. Both live to the end of the process.
+// A family with the status of its creation or of a failed query. Families are never freed.
 struct HintFamily {
     GpFontFamily *family = nullptr;
     GpStatus lastStatus = Ok;
 };
 
-// Reading the status clears it: a failed query spoils one showing of the panel, not all of them.
-GpStatus takeStatus(HintFamily &family);
-
-// One font file. It is tried once in a run; a failure is final.
+// One font file. It is tried once per run; a failure is final.
 struct PrivateFontHolder {
-    std::vector<uint8_t> bytes;  // the whole file; the collection reads it for as long as it lives
+    std::vector<uint8_t> bytes;  // the whole file; must outlive the collection
     GpFontCollection *collection = nullptr;
     HintFamily family;  // the first one of the collection
     bool tried = false;
-    bool loaded = false;  // the family may be used
+    bool loaded = false;  // family can be used
 };
 inline PrivateFontHolder regularFontHolder;
 inline PrivateFontHolder blackFontHolder;
 
-// The families in use, not owned; null until the panel needs them, then fixed for the run.
+// The families in use, not owned; null until the panel first needs them, then fixed for the run.
 inline HintFamily *hintHeadingFamily = nullptr;
 inline HintFamily *hintTextFamily = nullptr;
 
-// Full path of a font file, in the "Fonts" folder shared by the product family, else in the program's
-// own; empty if the one folder that counts lacks the file.
+// The path of a font file in the product family's "Fonts" folder, else in the program's own. Empty if the
+// first of the two that exists lacks the file.
 std::wstring resolveFontPath(const std::wstring &fileName);
 
-// Where the family's launcher lies: the program's folder or its parent. Empty if neither.
+// The folder with the family's launcher: the program's folder or its parent, empty if neither.
 std::wstring familyRoot(const std::wstring &programFolder);
 
-// The subfolder "Fonts"; empty if it is not a directory.
+// The subfolder "Fonts"; empty if there is no such directory.
 std::wstring fontsFolder(const std::wstring &folder);
 
-// The family of a private font file; null if it cannot be had.
+// The family of a private font file; null on failure.
 HintFamily *loadPrivateFamily(PrivateFontHolder &holder, const std::wstring &fileName);
 
-// The first installed family of the list that can be used; if there is none, the last, which cannot.
+// The first usable installed family of the list; the last one, usable or not, if there is none.
 HintFamily *systemFamily(bool requireBold);
 
-// GDI+ font style of the heading: 0 regular, 1 bold. The heavy private face needs no emboldening.
+// GDI+ font style of the heading: 0 regular, 1 bold. The heavy private face is never emboldened.
 int headingStyle(HintFamily *family);
 
-// The families for the panel, chosen at the first call. Null if one cannot be used this time.
+// The families for the panel, chosen at the first call. Null if the family cannot be used this time.
 HintFamily *usableHeadingFamily();
-HintFamily *usableTextFamily();  // asked for each size
+HintFamily *usableTextFamily();  // call it once per font size

@@ -9,7 +9,7 @@ void noteChildInput()
 
 void armIdleHint(const MonitorSurface &surface)
 {
-    if (!surface.hwnd || surface.width < 64 || surface.height < 64) return;
+    if (!surface.hwnd || surface.width < minOwnerSide || surface.height < minOwnerSide) return;
     idleHintWindow = surface.hwnd;
     idleHintWidth = surface.width;
     idleHintHeight = surface.height;
@@ -23,7 +23,7 @@ void idleTick(HWND window)
     const DWORD now = GetTickCount();
     if (hintNotBefore != 0) {
         if (int32_t(now - hintNotBefore) < 0) return;
-        hintNotBefore = 0;  // it has passed; 24 days later the difference would call it a time to come
+        hintNotBefore = 0;  // it has passed; in 24 days the difference would call it a time to come
     }
     if (now - lastInputTick < 8000) return;
     showHintPanel(idleHintWindow, idleHintWidth, idleHintHeight);

@@ -13,7 +13,7 @@ static const int buttonHeight = 178;
 static const int buttonPitch = buttonWidth + 20;
 static const int screenGap = 12;  // kept from the edges of the virtual screen
 
-static void addEntry(int left, int top, int id, const std::wstring &title, const std::wstring &subtitle)
+static void addEntry(int left, int top, int id, std::wstring_view title, std::wstring_view subtitle)
 {
     MenuEntry entry;
     entry.rect = {left, top, left + buttonWidth, top + buttonHeight};
@@ -182,10 +182,10 @@ static MenuFonts createMenuFonts()
 }
 
 static void drawText(GraphicsScope &scope, const MenuFonts &fonts, const OwnedFont &font,
-                     const std::wstring &text, const GpRectF &box, uint32_t argb)
+                     std::wstring_view text, const GpRectF &box, uint32_t argb)
 {
     const OwnedBrush ink = solidBrush(argb);
-    scope.note(GdipDrawString(scope.graphics, text.c_str(), int(text.size()), font.get(), &box,
+    scope.note(GdipDrawString(scope.graphics, text.data(), int(text.size()), font.get(), &box,
                               fonts.centred.get(), ink.get()));
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // Three large buttons for grown-ups. The menu exists only on the way to the screen: it is painted over
 // the canvases and never into them. Points are virtual-screen points.
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "marks/random.h"
@@ -11,8 +11,8 @@
 struct MenuEntry {
     RECT rect = {};  // virtual-screen coordinates
     int id = 0;      // the action it starts, 1 to 3
-    std::wstring title;
-    std::wstring subtitle;
+    std::wstring_view title;
+    std::wstring_view subtitle;
     MarkColor color = 0;
 };
 

@@ -25,7 +25,7 @@ std::wstring dataDirectory()
     return inFolder(roamingAppData(), L"norvanta\\Zubworks\\Zubbly");
 }
 
-// A file that is there already stays as it is, and the older one stays where it lies.
+// Never overwrites the newer file, and leaves the older one in place.
 static void carryOver(const std::wstring &from, const std::wstring &to, std::wstring_view name)
 {
     CopyFileW(inFolder(from, name).c_str(), inFolder(to, name).c_str(), TRUE);
@@ -38,7 +38,7 @@ bool ensureDataDirectories()
     if (isFolder(older)) {
         makeFolders(data);
         carryOver(older, data, L"config.ini");
-        // Not ours to read or write, but its owner would miss it.
+        // The program itself never reads this one; it is copied so that nothing of the user's is lost.
         carryOver(older, data, L"display_name.txt");
     }
     makeFolders(data);

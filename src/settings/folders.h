@@ -1,12 +1,12 @@
 #pragma once
-// Where a user's files lie. Failures are swallowed: the toy runs without a folder.
+// Where a user's files are. Failures are ignored: the program runs without a folder.
 #include <string>
 
-// The roaming application data folder; "." if the system does not tell.
+// The roaming application data folder; "." if it is unknown.
 std::wstring roamingAppData();
 
 // The program's own folder below it.
 std::wstring dataDirectory();
 
-// Makes the folders and carries files over from the older one. True if dataDirectory is there afterwards.
+// Creates the folders and copies files from the older one. True if dataDirectory exists afterwards.
 bool ensureDataDirectories();

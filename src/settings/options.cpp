@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "shell/base/files.h"
 #include "settings/folders.h"
+#include "shell/base/files.h"
 #include "shell/base/windows_api.h"
 
-// Two lines among the comments end in a bare line feed; files in the field have the same mix.
+// Two comment lines end in a bare line feed, on purpose: existing files have the same mix.
 static constexpr wchar_t templateText[] =
     L"[Zubbly]\r\n"
     L"; Zubbly optional settings (parents / support). Encoding: UTF-16 LE with BOM.\r\n"
@@ -53,15 +53,23 @@ static void writeTemplate(const wchar_t *path)
     CloseHandle(file);
 }
 
-static int32_t readNumber(const wchar_t *path, const wchar_t *key, int32_t missing)
+static constexpr const wchar_t *section = L"Zubbly";
+static constexpr const wchar_t *showExitHintKey = L"ShowExitHint";
+
+static std::wstring settingsFile()
 {
-    return int32_t(GetPrivateProfileIntW(L"Zubbly", key, missing, path));
+    return inFolder(dataDirectory(), L"config.ini");
 }
 
-// A key that has changed its name: the legacy one counts only if the new one is absent.
+static int32_t readNumber(const wchar_t *path, const wchar_t *key, int32_t missing)
+{
+    return int32_t(GetPrivateProfileIntW(section, key, missing, path));
+}
+
+// For a renamed key: the legacy one counts only if the new one is absent.
 static int32_t readRenamed(const wchar_t *path, const wchar_t *key, const wchar_t *legacyKey, int32_t missing)
 {
-    const int32_t absent = INT32_MIN + 1;  // no value that a parent would write
+    const int32_t absent = INT32_MIN + 1;  // nobody would write this value
     const int32_t value = readNumber(path, key, absent);
     return value == absent ? readNumber(path, legacyKey, missing) : value;
 }
@@ -70,7 +78,7 @@ void loadOptions(AppOptions &out)
 {
     out = {};
     ensureDataDirectories();
-    const std::wstring file = inFolder(dataDirectory(), L"config.ini");
+    const std::wstring file = settingsFile();
     const wchar_t *path = file.c_str();
     if (GetFileAttributesW(path) == INVALID_FILE_ATTRIBUTES) writeTemplate(path);
 
@@ -78,10 +86,15 @@ void loadOptions(AppOptions &out)
     out.volumeClampPercent = std::clamp(percent, 0, 100);
     out.blockSystemShortcuts = readRenamed(path, L"BlockSystemShortcuts", L"LlKeyboardHook", 1) != 0;
     out.soundEnabled = readNumber(path, L"SoundEnabled", 1) != 0;
-    out.showExitHint = readRenamed(path, L"ShowExitHint", L"ShowIdleExitHint", 1) != 0;
+    out.showExitHint = readRenamed(path, showExitHintKey, L"ShowIdleExitHint", 1) != 0;
     out.autoSaveIntervalSeconds = std::max(readNumber(path, L"AutoSaveIntervalSeconds", 120), 60);
 
     wchar_t language[64] = {};
     GetPrivateProfileStringW(L"UI", L"Language", L"", language, 64, path);
     out.language = language;
+}
+
+void turnOffExitHint()
+{
+    WritePrivateProfileStringW(section, showExitHintKey, L"0", settingsFile().c_str());
 }

@@ -1,5 +1,5 @@
 #pragma once
-// The optional settings file, read once at start-up.
+// The optional settings file, read once at start-up. Only this file knows its keys.
 #include <cstdint>
 #include <string>
 
@@ -12,5 +12,8 @@ struct AppOptions {
     std::wstring language;                  // as read, at most 63 characters
 };
 
-// Reads config.ini, written from a template first if it does not exist. Never fails: out ends up valid.
+// Reads config.ini, after writing it from a template if it does not exist. Never fails: out is always valid.
 void loadOptions(AppOptions &out);
+
+// Writes the parent's choice never to see the exit hint again. A failure is ignored.
+void turnOffExitHint();

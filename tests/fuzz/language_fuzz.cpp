@@ -1,10 +1,7 @@
 // The Language setting, in UTF-16 code units.
-#include <algorithm>
-#include <cstdint>
 #include <cstdlib>
-#include <string>
 
-#include "language_fuzz.inc"
+#include "settings/language_table.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *bytes, size_t size)
 {

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "hint/count_file.h"
 #include "hint/fonts.h"
 #include "hint/idle.h"
 #include "settings/folders.h"

@@ -19,10 +19,10 @@ TEST(Language, FollowsWindowsWhereTheSettingNamesNone)
             chooseLanguage(setting);
             const LabelSet &l = labels;
             std::wstring all;
-            for (const std::wstring &label :
+            for (const std::wstring_view label :
                  {l.stampTitle, l.eraserTitle, l.doodleTitle, l.stampSubtitle, l.eraserSubtitle,
                   l.doodleSubtitle, l.purchaseLine, l.hintHeading, l.hintBody, l.hintSpare, l.hintOptOut})
-                all += label + L"|";
+                all.append(label) += L"|";
             EXPECT_EQ(hashOf(all), sheet[setting == L"It" ? 4 : index]) << std::hex << windowsLanguage;
         }
     }

@@ -1,7 +1,8 @@
 #include "shell/base/surfaces.h"
 
 #include <algorithm>
-#include <cwchar>
+
+#include "shell/base/launch_monitor.h"
 
 void startPrimaryTimer(UINT_PTR id, UINT ms)
 {
@@ -28,7 +29,7 @@ static void createCanvas(MonitorSurface &surface)
         if (surface.canvasDC && surface.canvasBitmap) {
             SelectObject(surface.canvasDC, surface.canvasBitmap);
         } else {
-            // Both or neither: a canvas without its bitmap would be one black pixel.
+            // Both or neither: a canvas without its bitmap is a single black pixel.
             if (surface.canvasDC) DeleteDC(surface.canvasDC);
             if (surface.canvasBitmap) DeleteObject(surface.canvasBitmap);
             surface.canvasDC = nullptr;
@@ -73,7 +74,7 @@ void freeSurfaceBuffers(MonitorSurface &surface)
     deleteAndClear(surface.windowRegion);
     deleteAndClear(surface.backdropBitmap);
     if (surface.canvasDC && surface.canvasBitmap) {
-        // A bitmap that is still selected cannot be deleted; any other one pushes it out.
+        // A selected bitmap cannot be deleted, so another one takes its place first.
         HDC screen = GetDC(nullptr);
         HBITMAP placeholder = CreateCompatibleBitmap(screen, 1, 1);
         ReleaseDC(nullptr, screen);
@@ -85,28 +86,15 @@ void freeSurfaceBuffers(MonitorSurface &surface)
     deleteAndClear(surface.canvasBitmap);
 }
 
-// "left,top,right,bottom": decimal numbers with single commas between them, then the end or a blank.
-static bool parseLaunchMonitor(const wchar_t *text, RECT &rect)
-{
-    long values[4];
-    for (int i = 0; i < 4; ++i) {
-        wchar_t *end = nullptr;
-        values[i] = std::wcstol(text, &end, 10);
-        if (end == text) return false;
-        if (i < 3 && *end != L',') return false;
-        if (i == 3 && *end != L'\0' && *end != L' ') return false;
-        text = end + 1;
-    }
-    if (values[2] <= values[0] || values[3] <= values[1]) return false;
-    rect = {values[0], values[1], values[2], values[3]};
-    return true;
-}
-
 bool launchMonitorRect(RECT &rect)
 {
     wchar_t text[64] = {};
     const DWORD length = GetEnvironmentVariableW(L"ZUB_LAUNCH_MONITOR", text, 64);
-    if (length >= 1 && length <= 63 && parseLaunchMonitor(text, rect)) return true;
+    MonitorBounds named = {};
+    if (length >= 1 && length <= 63 && parseLaunchMonitor(text, named)) {
+        rect = {named.left, named.top, named.right, named.bottom};
+        return true;
+    }
     MONITORINFO info = {};
     info.cbSize = sizeof info;
     if (GetMonitorInfoW(MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY), &info)) {
@@ -119,7 +107,7 @@ bool launchMonitorRect(RECT &rect)
 
 MonitorSurface *launchSurface()
 {
-    if (surfaces.size() == 1) return &surfaces.front();  // whatever the system would say
+    if (surfaces.size() == 1) return &surfaces.front();  // saves the system calls
     for (MonitorSurface &surface : surfaces) {
         MONITORINFO info = {};
         info.cbSize = sizeof info;
