@@ -6,10 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "autodraw/sequencer.h"
-#include "clearing/wipes.h"
-#include "shell/base/files.h"
 #include "settings/folders.h"
+#include "shell/base/files.h"
+#include "shell/base/state.h"
 #include "shell/base/surfaces.h"
 
 static void copyCanvases(HDC target, const VirtualScreen &screen)
@@ -51,7 +50,7 @@ int findPngEncoder(CLSID &clsid)
     UINT size = 0;
     GdipGetImageEncodersSize(&count, &size);
     if (size == 0) return -1;
-    // The texts of the records lie behind the last of them, in the same block.
+    // Their texts follow the last record, in the same block.
     std::vector<ImageCodecInfo> encoders(size / sizeof(ImageCodecInfo) + 1);
     if (GdipGetImageEncoders(count, size, encoders.data()) != Ok) return -1;
     for (UINT i = 0; i < count; ++i) {
@@ -75,8 +74,7 @@ bool writePng(GpBitmap *picture, const wchar_t *path)
     return findPngEncoder(png) >= 0 && GdipSaveImageToFile(picture, path, &png, nullptr) == Ok;
 }
 
-// "auto-20261231-235959.png", by local time: ascending order is oldest first. Empty if the system does
-// not tell the time.
+// "auto-20261231-235959.png" in local time, so that ascending order is oldest first. Empty on failure.
 static std::wstring pictureName()
 {
     const time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
@@ -87,8 +85,8 @@ static std::wstring pictureName()
     return name;
 }
 
-// Every regular file counts, whatever its name: one that somebody put there and that sorts before "auto-"
-// goes first, on purpose.
+// Every regular file counts, on purpose: one that somebody put there and that sorts before "auto-" is the
+// first to be deleted.
 static void keepLastTen(const std::wstring &folder)
 {
     std::vector<std::wstring> files = filesIn(folder);
@@ -113,7 +111,7 @@ void autoSaveTick()
     const std::wstring file = inFolder(folder, name);
     const bool wasThere = pathExists(file);
     if (!writePng(picture.get(), file.c_str())) {
-        // A full disk leaves a stump at every tick. Ten of them would push out the ten whole pictures.
+        // A full disk leaves a fragment at every tick; ten of them would push out the ten whole pictures.
         if (!wasThere) DeleteFileW(file.c_str());
         return;
     }

@@ -2,16 +2,16 @@
 
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
-#include "shell/shutdown.h"
 #include "shell/base/surfaces.h"
+#include "shell/shutdown.h"
 #include "sound/bank_a.h"
 #include "sound/playback.h"
 
-// A real screen shot: unlike a saved picture it has mascot, menu and hint in it. Null on failure.
+// A real screenshot: unlike a saved picture it includes mascot, menu and hint. Null on failure.
 static HBITMAP copyScreen()
 {
     const VirtualScreen screen = virtualScreen();
-    // For no size the system would give its own bitmap, which is not ours to hand over.
+    // A zero-size request returns a stock bitmap, which must not reach the clipboard.
     if (screen.width < 1 || screen.height < 1) return nullptr;
     HDC screenDC = GetDC(nullptr);
     HDC copyDC = CreateCompatibleDC(screenDC);
@@ -36,7 +36,7 @@ static void copyScreenToClipboard(HWND window)
         handedOver = SetClipboardData(CF_BITMAP, copy) != nullptr;
         CloseClipboard();
     }
-    // cppcheck-suppress doubleFree ; the clipboard frees it only if it took it
+    // cppcheck-suppress doubleFree ; the clipboard owns the bitmap only if it accepted it
     if (!handedOver) DeleteObject(copy);
 }
 
@@ -51,6 +51,6 @@ void captureOrExit(uint32_t key, HWND window)
         return;
     default: return;
     }
-    // Whether the capture worked or not: what the grown-up hears is that the key was taken.
+    // Plays even if the capture failed: it confirms the key, not the result.
     if (soundEnabled) playClick(captureClip);
 }

@@ -4,10 +4,13 @@
 
 #include "menu/menu.h"
 #include "saving/auto_save.h"
-#include "shell/lockdown.h"
+#include "shell/base/state.h"
 #include "shell/base/surfaces.h"
+#include "shell/lockdown.h"
+#include "shell/window_order.h"
 
-// Raises the dialog above the surfaces once it has a window: the first folder change comes as it opens.
+// Raises the dialog above the surfaces. The first folder change arrives as the dialog opens, when it has
+// a window.
 class SaveDialogZOrderFix final : public IFileDialogEvents {
   public:
     STDMETHODIMP QueryInterface(REFIID id, void **out) override
@@ -56,9 +59,11 @@ class SaveDialogZOrderFix final : public IFileDialogEvents {
     bool raised = false;
 };
 
+// The dialog's hidden owner, created on first use. A surface cannot be the owner: a modal dialog disables
+// it, and the child plays on.
+static HWND dialogHostWindow = nullptr;
 static bool hostClassRegistered = false;
 
-// The window that owns the dialog; the surfaces themselves must stay usable beside it.
 static bool makeDialogHost()
 {
     if (IsWindow(dialogHostWindow)) return true;
@@ -115,7 +120,7 @@ static void setUpDialog(IFileSaveDialog *dialog)
     startInPictures(dialog);
 }
 
-// The dialog opens over its owner, so this brings it to the monitor under the cursor.
+// The dialog opens over its owner, so this moves both to the monitor under the cursor.
 static void placeHost()
 {
     POINT cursor = {};
@@ -130,8 +135,8 @@ static void placeHost()
     ShowWindow(dialogHostWindow, SW_SHOWNA);
 }
 
-// Timers and input of the surfaces go on in the dialog's own loop; even a way out may have run in it, and
-// a second dialog may have come and gone.
+// Timers and input of the surfaces continue in the dialog's own message loop. It may even shut the program
+// down, or open and close a second dialog.
 static bool runDialog(IFileSaveDialog *dialog)
 {
     auto *zOrderFix = new SaveDialogZOrderFix;
@@ -162,7 +167,7 @@ static bool writeResult(IFileSaveDialog *dialog, HBITMAP canvases)
 
 bool showSaveDialog()
 {
-    // Taken before the dialog appears: what it saves is the moment of the key.
+    // Captured first: the file shows the moment of the key press.
     HBITMAP canvases = captureCanvases();
     if (!canvases) return false;
     IFileSaveDialog *dialog = nullptr;

@@ -1,6 +1,6 @@
 #pragma once
-// The free edition asks here whether it may start, go on, and leave. This edition is never refused, so
-// the answers are fixed; the calls keep the places at which another edition decides.
+// The free edition decides here whether the program may start, continue and quit. This edition always
+// may; the calls mark the places where the other one decides.
 #include "shell/base/windows_api.h"
 
 inline bool allowLaunch()

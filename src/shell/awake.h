@@ -1,5 +1,5 @@
 #pragma once
-// A child watches the penguin without touching anything; the screen must not go dark meanwhile.
+// Keeps the screen on: a child may watch the penguin for a long time without touching anything.
 #include "shell/base/windows_api.h"
 
 inline void keepScreenAwake()

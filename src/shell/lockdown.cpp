@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <bitset>
 
-#include "hint/panel.h"
-#include "saving/save_dialog.h"
 #include "shell/awake.h"
 #include "shell/base/keys.h"
 #include "shell/base/surfaces.h"
@@ -95,7 +93,7 @@ static bool surfaceInFront()
 
 void confineCursor()
 {
-    // A grown-up's dialog or another program in front gets a free cursor.
+    // A dialog or another program in front gets a free cursor.
     if (!surfaceInFront()) {
         ClipCursor(nullptr);
         return;
@@ -108,48 +106,4 @@ void confineCursor()
             UnionRect(&clip, &clip, &surface.rect);
     }
     ClipCursor(&clip);
-}
-
-void refreshTopmost()
-{
-    if (dialogShowing) return;
-    for (const MonitorSurface &surface : surfaces) {
-        SetWindowPos(surface.hwnd, HWND_TOPMOST, surface.rect.left, surface.rect.top, surface.width,
-                     surface.height, SWP_NOACTIVATE);
-    }
-    if (hintVisible && hintFloatWindow && IsWindow(hintFloatWindow)) {
-        SetWindowPos(hintFloatWindow, HWND_TOPMOST, 0, 0, 0, 0,
-                     SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
-    }
-    clampMasterVolume();
-    confineCursor();
-}
-
-static IAudioEndpointVolume *openMasterVolume()
-{
-    IMMDeviceEnumerator *enumerator = nullptr;
-    if (FAILED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_INPROC_SERVER,
-                                __uuidof(IMMDeviceEnumerator), reinterpret_cast<void **>(&enumerator))) ||
-        !enumerator)
-        return nullptr;
-    IMMDevice *device = nullptr;
-    const HRESULT found = enumerator->GetDefaultAudioEndpoint(eRender, eConsole, &device);
-    enumerator->Release();
-    if (FAILED(found) || !device) return nullptr;
-    IAudioEndpointVolume *volume = nullptr;
-    const HRESULT opened = device->Activate(__uuidof(IAudioEndpointVolume), CLSCTX_ALL, nullptr,
-                                            reinterpret_cast<void **>(&volume));
-    device->Release();
-    return SUCCEEDED(opened) ? volume : nullptr;
-}
-
-void clampMasterVolume()
-{
-    if (!(volumeClamp > 0.0f) || volumeClamp > 1.0f) return;
-    IAudioEndpointVolume *volume = openMasterVolume();
-    if (!volume) return;
-    float level = 0.0f;
-    if (SUCCEEDED(volume->GetMasterVolumeLevelScalar(&level)) && level > volumeClamp)
-        volume->SetMasterVolumeLevelScalar(volumeClamp, nullptr);
-    volume->Release();
 }

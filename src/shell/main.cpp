@@ -2,8 +2,8 @@
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
 {
-    // Before anything is loaded: a DLL beside the program may be planted.
+    // First of all, because a DLL beside the program may be planted.
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
-    // Not by a return: it would free the clips while the player may still read them.
+    // ExitProcess, not return: static destructors would free clips that may still be playing.
     ExitProcess(UINT(runApp(instance)));
 }

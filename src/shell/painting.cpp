@@ -7,11 +7,11 @@
 #include "mascot/walker.h"
 #include "menu/menu.h"
 
-// What moves is laid over the canvas here first, so that it never flickers. One for all windows: a
-// WM_PAINT runs to its end before the next starts. It only grows, and the end of the process takes it.
+// Moving sprites are composed off screen to avoid flicker. One bitmap serves all windows, because each
+// WM_PAINT ends before the next starts. It only grows and is never freed.
 static HDC compositeDC = nullptr;
 static HBITMAP compositeBitmap = nullptr;
-static HGDIOBJ bitmapBefore = nullptr;  // what compositeDC came with
+static HGDIOBJ initialBitmap = nullptr;  // the one that compositeDC was created with
 static int compositeWidth = 0;
 static int compositeHeight = 0;
 
@@ -38,7 +38,7 @@ static void drawPenDot(HDC dc, const MonitorSurface &surface)
     paintEllipse(scope, fill, outline, float(local.x - 18), float(local.y - 18), 36.0f, 36.0f);
 }
 
-// Afterwards the composite holds a part of this size; false if it cannot be made.
+// Makes the composite at least this large; false on failure.
 static bool growComposite(HDC windowDC, int width, int height)
 {
     if (compositeDC && width <= compositeWidth && height <= compositeHeight) return true;
@@ -46,16 +46,16 @@ static bool growComposite(HDC windowDC, int width, int height)
         compositeDC = CreateCompatibleDC(windowDC);
         if (!compositeDC) return false;
     } else if (compositeBitmap) {
-        SelectObject(compositeDC, bitmapBefore);
+        SelectObject(compositeDC, initialBitmap);
         DeleteObject(compositeBitmap);
     }
     const int newWidth = std::max(width, compositeWidth);
     const int newHeight = std::max(height, compositeHeight);
     compositeBitmap = CreateCompatibleBitmap(windowDC, newWidth, newHeight);
-    // Without a bitmap there is no size, so that the next paint tries again.
+    // Without a bitmap the size is 0, so that the next paint tries again.
     compositeWidth = compositeBitmap ? newWidth : 0;
     compositeHeight = compositeBitmap ? newHeight : 0;
-    if (compositeBitmap) bitmapBefore = SelectObject(compositeDC, compositeBitmap);
+    if (compositeBitmap) initialBitmap = SelectObject(compositeDC, compositeBitmap);
     return compositeBitmap != nullptr;
 }
 
@@ -72,7 +72,7 @@ static void paintComposite(HDC dc, const MonitorSurface &surface, const RECT &pa
     const int width = part.right - part.left;
     const int height = part.bottom - part.top;
     if (!growComposite(dc, width, height)) {
-        paintDirect(dc, surface, part);  // the picture at least
+        paintDirect(dc, surface, part);  // shows the picture without the sprites
         return;
     }
     BitBlt(compositeDC, 0, 0, width, height, surface.canvasDC, part.left, part.top, SRCCOPY);

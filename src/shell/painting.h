@@ -1,5 +1,5 @@
 #pragma once
 #include "shell/base/windows_api.h"
 
-// WM_PAINT: the canvas, with mascot, fireworks, pen dot and menu laid over it on the way.
+// WM_PAINT: copies the canvas and draws mascot, fireworks, pen dot and menu over it.
 void paintSurface(HWND window);

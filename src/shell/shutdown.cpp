@@ -28,7 +28,7 @@ static void closeSurface(MonitorSurface &surface)
     freeSurfaceBuffers(surface);
 }
 
-// A window that goes hands the activation to the next one, which clips the cursor again: free it once more.
+// Destroying a window activates the next one, which confines the cursor again, so free it afterwards.
 static void closeSurfaces()
 {
     for (MonitorSurface &surface : surfaces)
@@ -55,7 +55,7 @@ void shutdownApp(bool fromTimer)
         releaseLock();
         releaseVoice();
         for (MonitorSurface &surface : surfaces) {
-            // Hidden first, so that the child sees the desktop at once and not a frozen picture.
+            // Hidden first, so that the desktop shows at once instead of a frozen picture.
             if (surface.hwnd) ShowWindow(surface.hwnd, SW_HIDE);
             closeSurface(surface);
         }

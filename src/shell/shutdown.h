@@ -1,22 +1,22 @@
 #pragma once
-// The ways out. Each undoes the same things in an order of its own; a missing step would leave the
-// cursor clipped or the keyboard hooked.
+// The ways out. Each undoes the same things in its own order; a missing step would leave the cursor confined
+// or the keyboard hooked.
 #include "shell/base/state.h"
 #include "shell/base/windows_api.h"
 
 inline ULONG_PTR gdiplusToken = 0;  // non-zero between GdiplusStartup and GdiplusShutdown
 
-// Alt+F4, or the launch allowance's timer.
+// Ends the program: Alt+F4, or the launch allowance's timer. A second call does nothing.
 void shutdownApp(bool fromTimer);
 
-// WM_QUERYENDSESSION: everything that moves stops; the toy never holds up a logoff.
+// WM_QUERYENDSESSION: stops everything that moves. The program never delays a sign-out.
 void prepareSessionEnd();
 
 // WM_ENDSESSION with a true argument.
 void endSession();
 
-// The message loop has ended: what is left is undone.
+// After the message loop: undoes what is left.
 void finishRun();
 
-// Ends the hint panel and the timers of a window; nothing happens for a null one.
+// Ends the hint panel and stops all timers of a window; does nothing for a null one.
 void stopAllTimers(HWND window);

@@ -1,9 +1,10 @@
-// Everything that has to exist before the first window does, then the one message loop. The order is the
-// program's: no input can ever find a clip missing, and the child sees nothing until all is ready.
+// Creates everything before the first window shows, then runs the one message loop. Thus no input can find a
+// clip missing, and the child sees nothing until all is ready.
 #include "shell/startup.h"
 
 #include <algorithm>
 
+#include "hint/count_file.h"
 #include "hint/idle.h"
 #include "hint/panel.h"
 #include "mascot/walker.h"
@@ -11,16 +12,18 @@
 #include "settings/language.h"
 #include "settings/options.h"
 #include "shell/allowance.h"
+#include "shell/base/surfaces.h"
 #include "shell/lockdown.h"
 #include "shell/shutdown.h"
-#include "shell/base/surfaces.h"
+#include "shell/volume.h"
+#include "shell/window_order.h"
 #include "shell/window_proc.h"
 #include "sound/bank_a.h"
 #include "sound/bank_b.h"
 #include "sound/playback.h"
 #include "sound/speech.h"
 
-// A second start does nothing at all and says nothing. The end of the process lets the lock go.
+// A second instance exits silently. The mutex is released with the process.
 static bool isFirstInstance()
 {
     HANDLE lock = CreateMutexW(nullptr, TRUE, L"Local\\Zubbly_SingleInstance_v1");
@@ -58,7 +61,7 @@ static void registerWindowClass()
     RegisterClassExW(&windowClass);
 }
 
-// In milliseconds. A parent who means "never" may write more seconds than a timer can wait.
+// Milliseconds. A parent who means "never" may write more seconds than a timer can wait.
 static UINT saveInterval(const AppOptions &options)
 {
     return UINT(std::min(int64_t(options.autoSaveIntervalSeconds) * 1000, int64_t(USER_TIMER_MAXIMUM)));
@@ -66,13 +69,13 @@ static UINT saveInterval(const AppOptions &options)
 
 static void takeFocus()
 {
-    if (!primaryWindow()) return;  // a null one would take the focus from the windows that there are
+    if (!primaryWindow()) return;  // SetFocus(nullptr) would take the focus from our other windows
     SetForegroundWindow(primaryWindow());
     SetActiveWindow(primaryWindow());
     SetFocus(primaryWindow());
 }
 
-// The way out is told at each of the first three launches, and later when nothing happens.
+// The panel shows at each of the first three launches, and later whenever nothing is touched.
 static void armExitHint(const AppOptions &options)
 {
     const MonitorSurface *surface = launchSurface();
@@ -96,8 +99,8 @@ static void pumpMessages()
     }
 }
 
-// False if there is no monitor. Nothing is undone then: the process ends anyway.
-static bool openToy(const AppOptions &options)
+// False if there is no monitor. Nothing is undone then, because the process ends anyway.
+static bool openProgram(const AppOptions &options)
 {
     buildSoundBankA();
     buildSoundBankB();
@@ -108,7 +111,7 @@ static bool openToy(const AppOptions &options)
     if (surfaces.empty()) return false;
     initMascot();
     newBackground(true);
-    canvasDirty = false;  // the first clear is no picture
+    canvasDirty = false;  // the first background is not worth saving
     refreshTopmost();
     takeFocus();
     confineCursor();
@@ -133,7 +136,7 @@ int runApp(HINSTANCE instance)
     chooseLanguage(options.language);
     ensureDataDirectories();
     if (allowLaunch()) {
-        if (!openToy(options)) return 1;
+        if (!openProgram(options)) return 1;
         pumpMessages();
         finishRun();
     }

@@ -7,14 +7,11 @@
 #include "marks/key_reactions.h"
 #include "mascot/show.h"
 #include "mascot/walker.h"
-#include "menu/menu.h"
 #include "saving/auto_save.h"
 #include "shell/base/clock.h"
 #include "shell/base/keys.h"
-#include "shell/lockdown.h"
 #include "shell/shutdown.h"
-#include "shell/base/surfaces.h"
-#include "shell/window_proc.h"
+#include "shell/window_order.h"
 
 // A burst of keys has paused: a letter that waited leaves its reaction, a mash fades by one step.
 static void settleKeys(HWND window)
@@ -31,7 +28,7 @@ static void settleKeys(HWND window)
     resetKeyState(window);
 }
 
-// Both buttons held wind the spiral even when the mouse stands still.
+// Holding both buttons winds the spiral even when the mouse does not move.
 static void chordTick(HWND window)
 {
     if (!bothButtonsDown() || menuOpen) {
@@ -47,7 +44,7 @@ static void hintTimeOver(HWND window)
     if (hintVisible && (!hintOwnerWindow || hintOwnerWindow == window)) closeHintPanel();
 }
 
-// Never in the middle of a stroke: saving takes a while.
+// Never during a stroke, because saving takes a while.
 static void saveTick()
 {
     if (canvasDirty && !leftButtonDown && !dragMoved) autoSaveTick();
@@ -61,7 +58,7 @@ void onTimer(HWND window, UINT_PTR id)
     case 5: wipeTick(); break;            // 16 ms, one wipe
     case 6: settleKeys(window); break;    // 210 ms after the last key, one shot
     case 7: chordTick(window); break;     // 48 ms, while both buttons are down
-    case 8: shutdownApp(true); break;     // the launch allowance's way out
+    case 8: shutdownApp(true); break;     // the launch allowance ends the run
     case 9: hintTimeOver(window); break;  // 10 s, one showing of the hint
     case 10: saveTick(); break;           // the save interval, the whole run
     case 11: idleTick(window); break;     // 500 ms, while the hint may come back

@@ -1,5 +1,5 @@
 #pragma once
 #include "shell/base/windows_api.h"
 
-// What each tick does; an id that is not in the table is ignored.
+// WM_TIMER: what each tick does. Unknown ids are ignored.
 void onTimer(HWND window, UINT_PTR id);

@@ -62,7 +62,7 @@ static bool isLetterOrDigit(uint32_t key)
 
 enum class KeyClass { capture, enter, escape, apps, space, cursor, modifier, letterOrDigit, other };
 
-// First match from the top; the keypad's 2, 4, 6 and 8 steer the pen as the arrows do.
+// The keypad's 2, 4, 6 and 8 steer the pen like the arrow keys.
 static KeyClass keyClass(uint32_t key, bool altDown)
 {
     switch (key) {
@@ -155,8 +155,7 @@ static void onModifier()
     stopWhatRuns();
 }
 
-// A letter or digit waits for its release or timer 6: one that turns out to be part of a mash leaves
-// nothing of its own.
+// A letter or digit waits for its release or timer 6, because as part of a mash it leaves no mark.
 static void onLetterOrDigit(HWND window, uint32_t key, LPARAM flags)
 {
     cutSpeech();
@@ -174,7 +173,7 @@ static void onLetterOrDigit(HWND window, uint32_t key, LPARAM flags)
     consultAllowance(window);
 }
 
-// A fast key sounds but leaves no mark.
+// A fast key makes a sound but leaves no mark.
 static void onOtherKey(HWND window, uint32_t key, int pressCount, bool recent)
 {
     if (keyMashCount >= 2) {
@@ -223,13 +222,13 @@ static void onKeyDown(HWND window, uint32_t key, LPARAM flags)
     }
 }
 
-// Every other system key is swallowed.
+// All other system keys are swallowed.
 static void onSystemKeyDown(HWND window, uint32_t key, LPARAM flags)
 {
     if (keyClass(key, altHeld(flags)) == KeyClass::capture) onCaptureKey(window, key, flags);
 }
 
-// The keypad's pen digits count here too, unlike at key-down: they flush a letter that waits.
+// Unlike at key-down, the keypad's pen digits count here: they flush a waiting letter.
 static void onKeyUp(HWND window, uint32_t key)
 {
     if (!isLetterOrDigit(key)) return;
@@ -242,7 +241,7 @@ static void onKeyUp(HWND window, uint32_t key)
     }
 }
 
-// Only the keyboard's own context menu key starts an action; it has no place on the screen.
+// Only the keyboard's context menu key starts an action; its message has no position.
 static bool onContextMenu(LPARAM lParam)
 {
     if (short(LOWORD(lParam)) != -1 || short(HIWORD(lParam)) != -1) return false;
@@ -252,7 +251,7 @@ static bool onContextMenu(LPARAM lParam)
     return true;
 }
 
-// Both buttons together wind the spiral of notes, as mashed keys do.
+// Both buttons together wind the spiral of notes, like mashed keys.
 static void chordCheck(HWND window)
 {
     if (menuOpen || !bothButtonsDown()) return;
@@ -280,7 +279,7 @@ static void onLeftDown(HWND window, POINT point)
     SetCapture(window);
 }
 
-// A dead zone of 8 pixels, in which a shaky press stays a tap.
+// Within 8 pixels a shaky press stays a tap.
 static bool inDeadZone(POINT point)
 {
     const int64_t dx = int64_t(point.x) - lastStrokePoint.x;
@@ -361,7 +360,7 @@ static void onXButtonDown(HWND window)
     consultAllowance(window);
 }
 
-// Multimedia keys and the buttons beside the wheel: every command, whichever it is, clears the picture.
+// Multimedia keys and the extra mouse buttons: every command clears the picture.
 static void onAppCommand()
 {
     stopWhatRuns();
@@ -369,7 +368,7 @@ static void onAppCommand()
     if (soundEnabled && passGate(lastKeySoundTick, 55)) playKeySound(0, 0);
 }
 
-// A short stroke that fans out from the finger, up to reach pixels in each direction.
+// A short stroke from the finger, up to reach pixels in each direction.
 static void strokeFromFinger(POINT finger, int reach)
 {
     penDotPoint = finger;
@@ -425,12 +424,12 @@ LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     if (isMouseOfFinger(message)) return 0;
     switch (message) {
     case WM_CREATE: onCreate(window); return 0;
-    case WM_DESTROY: return 0;  // the ways out post the quit message
+    case WM_DESTROY: return 0;  // every exit path posts WM_QUIT itself
     case WM_ACTIVATE: onActivate(window, LOWORD(wParam) != 0); break;
     case WM_SETFOCUS: disableInputMethod(window); return 0;
     case WM_PAINT: paintSurface(window); return 0;
     case WM_QUERYENDSESSION: prepareSessionEnd(); return 1;
-    case WM_ERASEBKGND: return 1;  // paintSurface covers what there is
+    case WM_ERASEBKGND: return 1;  // paintSurface covers every pixel
     case WM_ENDSESSION:
         if (wParam) endSession();
         return 0;

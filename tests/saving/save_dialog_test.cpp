@@ -29,6 +29,7 @@ static struct : IOleWindow {
 // The system's own dialog, of which some slots are replaced: it comes up nowhere.
 static std::array<void *, 32> realSlots, slots;
 static IFileSaveDialog *dialog;
+static HWND dialogOwner;
 static IFileDialogEvents *events;
 static bool hasOleWindow;
 static fs::path chosen;  // cancelled while empty
@@ -52,7 +53,10 @@ static HRESULT makeDialog(REFCLSID id, void **out)
         return *found = &oleWindow, S_OK;
     });
     replaceSlot(3, [](void *, HWND owner) -> HRESULT {
-        recorded.calls.push_back(dialogShowing && owner == dialogHostWindow ? "Show" : "Show wrongly");
+        wchar_t ownerClass[32] = {};
+        GetClassNameW(dialogOwner = owner, ownerClass, 32);
+        recorded.calls.push_back(
+            dialogShowing && ownerClass == std::wstring(L"ZubblyDialogHost") ? "Show" : "Show wrongly");
         whileOpen();
         return chosen.empty() ? HRESULT(0x800704C7) : S_OK;
     });
@@ -99,7 +103,7 @@ TEST(SaveDialog, SavesTheMomentOfTheKeyAndPutsTheSurfacesBack)
             dialog->GetOptions(&options);
             EXPECT_EQ(options & 0x42, 0x42u);
             RECT host = {};
-            GetWindowRect(dialogHostWindow, &host);
+            GetWindowRect(dialogOwner, &host);
             EXPECT_EQ(host.left, -320);
             EXPECT_EQ(host.top, 340);
         };

@@ -6,6 +6,8 @@
 
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
+#include "shell/volume.h"
+#include "shell/window_order.h"
 #include "support/fakes.h"
 
 using Calls = std::vector<std::string>;

@@ -10,6 +10,7 @@
 #include "menu/menu.h"
 #include "shell/lockdown.h"
 #include "shell/ease_of_access.h"
+#include "shell/volume.h"
 #include "shell/shutdown.h"
 #include "shell/window_proc.h"
 #include "support/fakes.h"

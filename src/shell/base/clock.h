@@ -1,11 +1,11 @@
 #pragma once
-// Two clocks: GetTickCount milliseconds (unsigned 32-bit differences) gate sounds and repeats, and the
-// steady clock times the keys, whose limits are finer than a tick of the other.
+// Two clocks: GetTickCount milliseconds (unsigned 32-bit differences) limit sounds and repeats. The steady
+// clock times the keys, whose limits are finer than GetTickCount's resolution.
 #include <chrono>
 #include <cstdint>
 #include <limits>
 
-// A steady-clock time not yet set. Test for it before subtracting: the difference would overflow.
+// A steady-clock time not yet set. Test for it before subtracting, as the difference would overflow.
 inline constexpr int64_t noTime = std::numeric_limits<int64_t>::min();
 
 // Nanoseconds of the steady clock.

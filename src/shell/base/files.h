@@ -1,25 +1,25 @@
 #pragma once
-// Paths and what the program asks of the file system. A path is a plain wide string: the library's own class
-// brings its streams and locales along, which would be half of the program.
+// Paths and files. A path is a plain wide string: std::filesystem would pull in streams and locales and
+// double the program's size.
 #include <string>
 #include <string_view>
 #include <vector>
 
-// The path of what a folder holds under that name. A folder that ends in a separator gets no second one.
+// Joins a folder and a name. A folder that ends in a separator gets no second one.
 std::wstring inFolder(std::wstring folder, std::wstring_view name);
 
-// Empty if the path names no folder above; of a file in a drive's root, the root with its separator.
+// Empty if the path has no parent. The parent of a file in a drive's root keeps its separator.
 std::wstring parentFolder(const std::wstring &path);
 
 bool pathExists(const std::wstring &path);
 bool isFolder(const std::wstring &path);
 
-// Makes the folder and those above it that are missing; false, and nothing further is tried, at the first
-// that fails. A share that does not answer takes its time for every question.
+// Creates the folder and its missing parents. Stops with false at the first failure, because each attempt
+// on a dead network share blocks.
 bool makeFolders(const std::wstring &folder);
 
-// The paths of a folder's files, in no order, without its subfolders; none if it cannot be read.
+// The paths of the files in a folder, in no order and without subfolders; empty if it cannot be read.
 std::vector<std::wstring> filesIn(const std::wstring &folder);
 
-// Where the program's own file lies; empty if its path is not to be had in MAX_PATH characters.
+// The folder of the program file; empty if the file's path has more than MAX_PATH - 1 characters.
 std::wstring programFolder();

@@ -1,9 +1,8 @@
 #pragma once
 #include "shell/base/windows_api.h"
 
-// Whether a key or mouse button is down at this moment, by its virtual-key code. The left button is the one
-// that acts as such, as in messages: GetAsyncKeyState reports physical buttons, which a left-handed mouse has
-// the other way round.
+// Whether a key or mouse button, given by its virtual-key code, is down now. Left and right are the logical
+// buttons, as in messages: GetAsyncKeyState reports physical ones, which a left-handed mouse swaps.
 inline bool isDown(int key)
 {
     if ((key == VK_LBUTTON || key == VK_RBUTTON) && GetSystemMetrics(SM_SWAPBUTTON))

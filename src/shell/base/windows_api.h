@@ -1,7 +1,7 @@
 #pragma once
-// The one door to Windows: these headers lean on each other's order, so nobody includes them directly.
-// GDI+ is used through its flat functions, which MinGW hides in a namespace of its own.
-#include <algorithm>  // gdiplus.h wants std::min and std::max in place of the macros
+// The only place that includes Windows headers, because their order matters. GDI+ is used through its flat
+// functions, which MinGW puts into a namespace.
+#include <algorithm>  // gdiplus.h needs std::min and std::max in place of the macros
 
 #include <windows.h>
 #include <imm.h>
