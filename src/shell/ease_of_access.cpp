@@ -2,8 +2,8 @@
 
 #include "shell/base/windows_api.h"
 
-// What each feature's record is read and written by, and which of its flags is the shortcut. The last one
-// changes no theme, which takes seconds and repaints every window of the system.
+// How each feature's record is read and written, and which of its flags is the shortcut. High contrast is
+// written without a theme change, which would take seconds and repaint every window of the system.
 template <class Record> struct Feature {
     UINT get, set;
     DWORD shortcut, whenSet = 0;
@@ -39,7 +39,7 @@ template <class Record> static void silence(Feature<Record> &feature)
     feature.taken = write(feature, record);
 }
 
-// Read anew: a name that the record points to may be the system's own memory.
+// Reads the record again, because a name in it may point to the system's own memory.
 template <class Record> static void restore(Feature<Record> &feature)
 {
     if (!feature.taken) return;

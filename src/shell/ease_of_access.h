@@ -1,10 +1,10 @@
 #pragma once
-// Five presses of Shift, a held Shift, Num Lock and some chords bring up prompts of the system's ease of
-// access over the picture, and toddlers press just these. The shortcuts are off while the toy runs; the
-// features themselves stay as they are, and nothing is written to the user's profile.
+// Five presses of Shift, a held Shift or Num Lock and some chords open accessibility prompts over the
+// picture, and toddlers press just these. The shortcuts are off while the program runs; the features stay as
+// they are, and nothing is written to the user's profile.
 
-// Harmless when called twice. Nothing is changed where the system does not report a setting.
+// A second call does nothing. A setting that the system does not report is left alone.
 void silenceEaseOfAccess();
 
-// Gives back the shortcuts that silenceEaseOfAccess took; a second call does nothing.
+// Restores the shortcuts that silenceEaseOfAccess turned off; a second call does nothing.
 void restoreEaseOfAccess();

@@ -38,5 +38,5 @@ void allowEdgeSwipes()
 {
     if (!stopped) return;
     stopped = false;
-    setOnEachSurface({});  // the empty value takes the property away
+    setOnEachSurface({});  // an empty value removes the property
 }

@@ -1,7 +1,7 @@
 #pragma once
-// A swipe from the edge of a touch screen brings up the system's panels over the picture. A full-screen
-// window can ask for none. Needs surfaces; nothing happens on a Windows that cannot be asked.
+// A swipe from the edge of a touch screen opens the system's panels over the picture; a full-screen window
+// can turn that off. Needs surfaces. Does nothing where Windows does not offer it.
 void stopEdgeSwipes();
 
-// A second call does nothing.
+// Undoes stopEdgeSwipes; a second call does nothing.
 void allowEdgeSwipes();

@@ -4,7 +4,7 @@
 
 static bool marked = false;
 
-// False if there is no taskbar to take the mark.
+// False if there is no taskbar.
 static bool markEachSurface(BOOL fullscreen)
 {
     ITaskbarList2 *taskbar = nullptr;

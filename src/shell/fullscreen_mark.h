@@ -1,7 +1,7 @@
 #pragma once
-// Told that the windows are full screen, the system's shell keeps its taskbar and notifications below them.
-// Needs surfaces; nothing happens without a shell.
+// Marks the windows as full screen, so that taskbar and notifications stay below them. Needs surfaces. Does
+// nothing if the desktop has no taskbar.
 void markFullscreen();
 
-// A second call does nothing.
+// Undoes markFullscreen; a second call does nothing.
 void unmarkFullscreen();

@@ -11,12 +11,11 @@
 #include "shell/fullscreen_mark.h"
 #include "shell/rotation_lock.h"
 
-// Keys that were posted and are still held. The keyboard repeats a held key, and each repeat would open one
-// more save dialog.
+// Keys that were posted and are still held. Without this each auto-repeat would open another save dialog.
 static std::bitset<256> postedKeys;
 
-// Our own keys are posted once a press, because a hook must return quickly. True if the event is dealt with.
-// A PrintScreen that carries the mark of an extended key comes as WM_KEYDOWN instead.
+// Posts our own keys once per press, because a hook must return quickly. True if the event is handled. A
+// PrintScreen that is marked as an extended key arrives as WM_KEYDOWN instead.
 static bool postToProgram(const KBDLLHOOKSTRUCT &event, bool alt)
 {
     if (event.flags & LLKHF_UP) return false;
@@ -24,7 +23,7 @@ static bool postToProgram(const KBDLLHOOKSTRUCT &event, bool alt)
         event.vkCode == VK_SNAPSHOT || (alt && (event.vkCode == VK_F1 || event.vkCode == VK_F4));
     if (!ours || !hookTargetWindow || (event.flags & LLKHF_EXTENDED)) return false;
     if (postedKeys[event.vkCode]) return true;
-    if (!PostMessageW(hookTargetWindow, WM_APP + 1, event.vkCode, 0)) return false;
+    if (!PostMessageW(hookTargetWindow, programKeyMessage, event.vkCode, 0)) return false;
     postedKeys.set(event.vkCode);
     return true;
 }

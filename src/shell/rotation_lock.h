@@ -1,7 +1,7 @@
 #pragma once
-// A tablet that is turned would turn its desktop, and the windows, which keep their size, would leave a part
-// of it bare. Nothing happens on a Windows that does not know of rotation.
+// Turning a tablet rotates its desktop, and our windows, which keep their size, would no longer cover it.
+// Does nothing where Windows does not support rotation.
 void holdRotation();
 
-// Gives back the preference that holdRotation found; a second call does nothing.
+// Restores the preference that holdRotation found; a second call does nothing.
 void releaseRotation();

@@ -7,8 +7,8 @@
 #include "menu/menu.h"
 #include "saving/save_dialog.h"
 #include "shell/allowance.h"
-#include "shell/lockdown.h"
 #include "shell/base/surfaces.h"
+#include "shell/lockdown.h"
 #include "sound/speech.h"
 
 void stopAllTimers(HWND window)

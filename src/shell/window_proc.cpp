@@ -411,8 +411,8 @@ static void onTouch(UINT count, HTOUCHINPUT handle)
     CloseTouchInputHandle(handle);
 }
 
-// Windows makes mouse messages from touches, too, although a touch window gets its own. Their extra
-// information has a signature with bit 7 set; where it is clear a pen made them, which is a mouse to us.
+// Windows also makes mouse messages from touches, although a touch window gets its own messages. They carry
+// a signature with bit 7 set; a pen's messages have it clear and count as the mouse's.
 static bool isMouseOfFinger(UINT message)
 {
     if (message < WM_MOUSEFIRST || message > WM_MOUSELAST) return false;
@@ -450,7 +450,7 @@ LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     case WM_XBUTTONDOWN: onXButtonDown(window); return 0;
     case WM_TOUCH: onTouch(LOWORD(wParam), HTOUCHINPUT(lParam)); return 0;
     case WM_APPCOMMAND: onAppCommand(); return 1;
-    case WM_APP + 1: captureOrExit(uint32_t(wParam), window); return 0;  // posted by the keyboard hook
+    case programKeyMessage: captureOrExit(uint32_t(wParam), window); return 0;
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }

@@ -1,8 +1,7 @@
 #pragma once
 #include "shell/base/windows_api.h"
 
-// A function that not every Windows has, by its name in a DLL that the program has loaded anyway; null where
-// there is none.
+// Finds a function that not every Windows has in a DLL that is already loaded; null if it does not exist.
 template <class Function> Function *systemFunction(const wchar_t *dll, const char *name)
 {
     HMODULE module = GetModuleHandleW(dll);
