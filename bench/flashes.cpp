@@ -276,8 +276,8 @@ extern "C" int wmain(int, wchar_t **)
     if (known.asWhole != 5 || known.byPlaces != 5 || known.inField != 5) return 1;
     FlashCount worst;
     const auto take = [&](const FlashCount &seen) { worst.takeWorst(seen); };
-    take(watch(
-        "fireworks", 5, 20, [] { startShow(640.0f); }, [](int) {}));
+    const auto fireworks = [] { startShow(640.0f); };
+    take(watch("fireworks", 5, 20, fireworks, [](int) {}));
     static const char *const wipes[] = {"wipe from left",   "wipe from right",  "wipe from top",
                                         "wipe from bottom", "wipe from corner", "wipe by a ring",
                                         "wipe by a band",   "wipe by bubbles"};

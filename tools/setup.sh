@@ -34,7 +34,7 @@ g++                                         g++
 git                                         git
 python3                                     python3
 /usr/src/googletest/CMakeLists.txt          googletest
-clang-format                                clang-format
+clang-format-19                             clang-format-19
 Xvnc                                        tigervnc-standalone-server
 xrandr                                      x11-xserver-utils
 pulseaudio                                  pulseaudio

@@ -197,9 +197,8 @@ struct DeskImports {
         desk().timers[{window, id}] = {ms, desk().steady + int64_t(ms) * 1'000'000};
         return id;
     });
-    ANSWER(KillTimer, [](HWND window, UINT_PTR id) -> BOOL {
-        return desk().timers.erase({window, id}) != 0;
-    });
+    ANSWER(KillTimer,
+           [](HWND window, UINT_PTR id) -> BOOL { return desk().timers.erase({window, id}) != 0; });
 
     // Screen and input.
     ANSWER(GetSystemMetrics, [](int index) -> int {

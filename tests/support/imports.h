@@ -69,16 +69,13 @@ Replacement bindArguments(Callable callable)
 {
     static_assert(
         []<class R, class... All>(R (*)(All...)) {
-            return []<size_t... I>(std::index_sequence<I...>)
-            {
+            return []<size_t... I>(std::index_sequence<I...>) {
                 return (... && std::is_same_v<Parameters, std::tuple_element_t<I, std::tuple<All...>>>);
-            }
-            (std::index_sequence_for<Parameters...>());
+            }(std::index_sequence_for<Parameters...>());
         }(Function()),
         "the parameters are not those of the import");
     return [callable](const Call &call) {
-        return [&]<size_t... I>(std::index_sequence<I...>)
-        {
+        return [&]<size_t... I>(std::index_sequence<I...>) {
             int64_t word = 0;
             if constexpr (std::is_void_v<Result>) {
                 callable(call.get<Parameters>(I)...);
@@ -87,8 +84,7 @@ Replacement bindArguments(Callable callable)
                 std::memcpy(&word, &result, sizeof result);
             }
             return word;
-        }
-        (std::index_sequence_for<Parameters...>());
+        }(std::index_sequence_for<Parameters...>());
     };
 }
 template <class Function, class Result, class... Parameters>
