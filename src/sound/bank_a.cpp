@@ -2,7 +2,7 @@
 
 #include "sound/generators_a.h"
 
-// A plucked note, a blip that has no pitch of its own, a knock, and so on around.
+// In turn a plucked note, a blip without the pitch and a knock.
 static SoundClip genNote(size_t index, int freq)
 {
     switch (index % 3) {
@@ -12,14 +12,14 @@ static SoundClip genNote(size_t index, int freq)
     }
 }
 
-// In this order: the noise of one clip follows that of another in the stream.
+// The order is fixed, because the clips share one random stream.
 void buildSoundBankA()
 {
     static constexpr int stars[] = {988, 1319, 1568};
     static constexpr int space[] = {262, 330, 392, 523};
     static constexpr int key6[] = {659, 784};
     static constexpr int key7[] = {440, 554, 659};
-    // Ends on the same note twice, on purpose.
+    // The last note is there twice, on purpose.
     static constexpr int noteScale[] = {294, 330, 349, 392, 440, 494, 523, 587, 659, 740, 784, 784};
 
     tapClip = genChime(1568, 2093, 62, 0.18f);

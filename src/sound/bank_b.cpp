@@ -3,7 +3,7 @@
 #include "marks/random.h"
 #include "sound/generators_b.h"
 
-// In this order: lengths and noise follow one another in the stream.
+// The order is fixed, because the clips share one random stream.
 void buildSoundBankB()
 {
     static constexpr float scale[] = {523, 587, 659, 784, 880, 1047, 1175, 1319, 1568, 1760};
@@ -17,7 +17,7 @@ void buildSoundBankB()
         clip = genMascotChatter(0.2f);
     mascotFanfare = genMascotFanfare();
 
-    mascotRepertoire.reserve(28);  // two more than there are
+    mascotRepertoire.reserve(28);  // two more than needed, without effect
     mascotRepertoire.assign(mascotNotes.begin(), mascotNotes.end());
     for (const float boost : {900.0f, 1200.0f, 1500.0f, 1800.0f})
         mascotRepertoire.push_back(genMascotKnock(boost, 0.4f));

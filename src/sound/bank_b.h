@@ -1,6 +1,5 @@
 #pragma once
-// The mascot's voice. Only mascotCall and mascotChatter are ever heard; the rest is its larger
-// repertoire, built all the same.
+// The mascot's sounds. Only mascotCall and mascotChatter are ever played; the rest is built all the same.
 #include <array>
 #include <vector>
 
@@ -8,9 +7,9 @@
 
 inline std::array<SoundClip, 10> mascotNotes;
 inline SoundClip mascotCall;
-inline std::array<SoundClip, 3> mascotChatter;  // alike but for their noise
+inline std::array<SoundClip, 3> mascotChatter;  // they differ only in their noise
 inline SoundClip mascotFanfare;
 inline std::vector<SoundClip> mascotRepertoire;  // 26 clips
 
-// Fills every slot above; draws lengths and noise from clipRng.
+// Fills every slot above. Draws lengths and noise from clipRng.
 void buildSoundBankB();

@@ -8,7 +8,7 @@ SoundClip genDecaySine(int freq, int ms, float amp)
         render(sampleCount(ms), 1.0f, [&](float t) { return sine(float(freq), t) * decay(5.0f, t) * amp; }));
 }
 
-// The decay is slow against the length: the clip ends abruptly on a high level, and that end is part of it.
+// The decay is slow, so the clip ends abruptly at a high level, on purpose.
 SoundClip genChime(int freqA, int freqB, int ms, float amp)
 {
     return buildWaveClip(render(sampleCount(ms), 0.98f, [&](float t) {
@@ -31,7 +31,7 @@ SoundClip genTrill(int ms, float amp)
     }));
 }
 
-// A blip that falls, with the octave below it and a slight tremolo.
+// A falling blip with its lower octave and a slight tremolo.
 SoundClip genBoop(int ms, float amp)
 {
     Oscillator blip;
@@ -43,7 +43,7 @@ SoundClip genBoop(int ms, float amp)
     }));
 }
 
-// A hollow knock; a few milliseconds of noise are the stick.
+// A hollow knock; the stick is a few milliseconds of noise.
 SoundClip genKnock(int boost, float amp)
 {
     Oscillator wood;
@@ -66,7 +66,7 @@ SoundClip genTick(float boost, float amp)
     }));
 }
 
-// A string that starts sharp; the higher, the shorter it rings.
+// A string that starts sharp; higher notes are shorter.
 SoundClip genPluck(int freq, int ms, float amp)
 {
     const float damping = 8.5f + float(freq) / 400.0f;
@@ -122,7 +122,7 @@ SoundClip genRiser(float amp)
     }));
 }
 
-// Noise through a one-pole filter that closes while the brush moves on.
+// Noise through a one-pole filter that closes with time.
 SoundClip genBrushNoise(float amp)
 {
     float v = 0.0f;
@@ -166,7 +166,7 @@ SoundClip genHum(float amp)
     }));
 }
 
-// A low-pass mixed with what it leaves out.
+// A low-pass mixed with its residue.
 SoundClip genHiss(float amp)
 {
     float v = 0.0f;
@@ -196,7 +196,7 @@ SoundClip genArpeggio(std::span<const int> notes, int noteMs, float amp)
         const size_t start = size_t(noteMs * sampleRate * i / 1000);
         const float w = float(notes[size_t(i)]) * tau;
         for (size_t m = 0; m < noteLength && start + m < samples.size(); ++m) {
-            const float d = float(m) / samplesPerSecond;
+            const float d = float(m) / sampleRate;
             const float e = decay(9.0f, d) * rise(120.0f, d);
             const float y = std::sin(w * d) * e * amp + 0.3f * std::sin(2.0f * w * d) * e * amp;
             mixSaturated(samples[start + m], y);
@@ -227,7 +227,7 @@ SoundClip genKnocks(float amp)
     for (const Hit &hit : hits) {
         Oscillator wood;
         for (size_t n = 0; n < samples.size(); ++n) {
-            const float d = float(n) / samplesPerSecond - hit.start;
+            const float d = float(n) / sampleRate - hit.start;
             if (d < 0.0f || d > 0.055f) continue;
             const float p = wood.step(90.0f + hit.boost * decay(28.0f, d));
             float stick = 0.0f;
@@ -247,7 +247,7 @@ SoundClip genPings(float amp)
     SampleBuffer samples(3417);
     for (const Hit &hit : hits) {
         for (size_t n = 0; n < samples.size(); ++n) {
-            const float d = float(n) / samplesPerSecond - hit.start;
+            const float d = float(n) / sampleRate - hit.start;
             if (d < 0.0f || d > 0.08f) continue;
             const float body = sine(hit.freq, d) + 0.22f * std::sin(2.0f * tau * hit.freq * d);
             mixLimited(samples[n], body * decay(22.0f, d) * amp);
@@ -258,7 +258,7 @@ SoundClip genPings(float amp)
 
 static constexpr size_t loopSamples = 5512;
 
-// Rustling of two rates that are no pitches: radians per second, not Hz.
+// A rustle of two sines; their rates are radians per second, not Hz.
 static float rustle(float t)
 {
     return 0.45f * std::sin(2711.3f * t) + 0.55f * std::sin(1543.7f * t);
@@ -290,7 +290,7 @@ static SampleBuffer loopTexture(int variant, float amp)
             const float q = high.step(1.09f * e);
             return std::tanh((0.7f * std::sin(p) + 0.3f * std::sin(q)) * 2.1f) * amp * 0.82f;
         });
-    case 5:  // jumps between two notes, wherever their phases are
+    case 5:  // jumps between two notes at any phase
         return texture([&](float t) { return sine(sine(4.0f, t) < 0.0f ? 523.0f : 392.0f, t) * amp * 0.9f; });
     case 6:
         return texture([&](float t) {
@@ -311,7 +311,7 @@ static SampleBuffer loopTexture(int variant, float amp)
 SoundClip genLoopVoice(int variant, float amp)
 {
     struct Level {
-        float rms, peak;  // rms 0: the peak alone
+        float rms, peak;  // rms 0: only the peak is normalised
     };
     static constexpr Level levels[] = {
         {0.105f, 0.2f}, {0.098f, 0.19f}, {0.105f, 0.2f}, {0.0f, 0.21f}, {0.105f, 0.2f},

@@ -1,13 +1,13 @@
 #pragma once
-// The recipes of the program's own sounds. Frequencies are in Hz, amp is a gain from 0 to 1; a boost is
-// how far a tone starts above its base, in Hz. Noise is drawn from soundRng.
+// The recipes of the program's own sounds. Frequencies are in Hz, amp is a gain from 0 to 1, boost is how
+// many Hz above its base a tone starts. Noise comes from soundRng.
 #include <span>
 
 #include "sound/clip.h"
 
 SoundClip genDecaySine(int freq, int ms, float amp);
 
-// Two notes and a ringing tenth above the first. Also used while playing, so it has to be quick.
+// Two notes and a ringing tenth above the first. Also computed during play, so it must be fast.
 SoundClip genChime(int freqA, int freqB, int ms, float amp);
 
 SoundClip genTrill(int ms, float amp);
@@ -34,6 +34,6 @@ SoundClip genStartJingle(int index);
 SoundClip genKnocks(float amp);
 SoundClip genPings(float amp);
 
-// A texture of 250 ms that repeats end to end, variant 0 to 8.
+// A texture of 250 ms that loops without a gap; variant 0 to 8.
 SoundClip genLoopVoice(int variant, float amp);
 SoundClip genBirdChirps(float amp);

@@ -13,8 +13,8 @@ SoundClip genMascotNote(float freq, int ms, float amp)
     }));
 }
 
-// The long squawk. Its phase comes straight from the time, so that the falling pitch bends more than its
-// frequency says; the metallic edge does not glide.
+// The long squawk. Its phase is computed from the time, so the pitch falls more than f does; the metallic
+// overtones do not glide.
 SoundClip genMascotCall(float amp)
 {
     return buildWaveClip(render(10143, 0.98f, [&](float t) {
@@ -36,7 +36,7 @@ SoundClip genMascotChatter(float amp)
     }));
 }
 
-// Five rising notes that overlap; the last two are cut off by the end.
+// Five rising notes that overlap; the end cuts off the last two.
 SoundClip genMascotFanfare()
 {
     struct Note {
@@ -47,7 +47,7 @@ SoundClip genMascotFanfare()
     SampleBuffer samples(10473);
     for (const Note &note : notes) {
         for (size_t m = 0; m < 5622 && note.start + m < samples.size(); ++m) {
-            const float d = float(m) / samplesPerSecond;
+            const float d = float(m) / sampleRate;
             const float body = 0.7f * sine(note.freq, d) + 0.28f * std::sin(2.0f * tau * note.freq * d);
             mixSaturated(samples[note.start + m], body * decay(6.0f, d) * rise(200.0f, d) * 0.16f);
         }
@@ -93,7 +93,7 @@ SoundClip genMascotTrill(float amp)
     }));
 }
 
-// Goes up for 35 ms and comes down for 55.
+// Rises for 35 ms and falls for 55.
 SoundClip genMascotChirp(float amp)
 {
     Oscillator chirp;

@@ -1,6 +1,6 @@
 #pragma once
-// The recipes of the mascot's voice. Frequencies are in Hz, amp is a gain from 0 to 1; a boost is how far
-// a tone starts above its base, in Hz. Noise is drawn from clipRng.
+// The recipes of the mascot's sounds. Frequencies are in Hz, amp is a gain from 0 to 1, boost is how many Hz
+// above its base a tone starts. Noise comes from clipRng.
 #include "sound/clip.h"
 
 SoundClip genMascotNote(float freq, int ms, float amp);

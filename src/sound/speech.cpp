@@ -1,6 +1,6 @@
 #include "sound/speech.h"
 
-// The first American English voice of the machine. Where anything fails the system's default stays.
+// Selects the first American English voice. If anything fails, the system's default stays.
 static void chooseEnglish(ISpVoice *voice)
 {
     ISpObjectTokenCategory *category = nullptr;

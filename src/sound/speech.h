@@ -1,14 +1,13 @@
 #pragma once
-// A voice is held ready and cut at every key, so that speech could never trail behind the child's hands.
-// Nothing ever gives it a text.
+// A speech voice that is cut at every key. It is never given a text.
 #include "shell/base/windows_api.h"
 
-inline ISpVoice *speechVoice = nullptr;  // null when the machine has no voice
+inline ISpVoice *speechVoice = nullptr;  // null if the PC has no voice
 
-// Makes the voice, an American English one where there is one. COM is initialised on the thread.
+// Creates the voice, an American English one if installed. COM must be initialised on this thread.
 void createVoice();
 
 void cutSpeech();
 
-// Waits for the voice to fall silent and lets it go; a second call does nothing.
+// Waits for silence and releases the voice; a second call does nothing.
 void releaseVoice();

@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-// Rounds halves away from zero, as lroundf does, which costs as much as a sine. In double precision the
-// sum is exact.
+// Rounds halves away from zero like lroundf, which is as slow as a sine. The sum is exact in double
+// precision.
 static void amplify(SampleBuffer &samples, float gain)
 {
     for (int16_t &sample : samples) {

@@ -1,0 +1,5 @@
+#pragma once
+// Angles are radians in single precision, growing clockwise on the screen. A formula that rounds another
+// way writes its own value.
+inline constexpr float pi = 3.1415927f;
+inline constexpr float tau = 6.2831855f;
