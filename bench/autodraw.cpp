@@ -6,6 +6,7 @@
 #include <string>
 
 #include "autodraw/sequencer.h"
+#include "clearing/actions.h"
 #include "clearing/wipes.h"
 #include "desk.h"
 #include "figures.h"

@@ -6,7 +6,7 @@ import sys
 from typing import NamedTuple
 
 TABLE = "docs/architecture.md"
-DRAW = re.compile(r"\b(randInt|randColor|anyColor|brightColor|soundRand|drawInt|drawReal|(?:mark|sound|clip|spare)Rng|random\w+|hostRandom|penguinHost\.random|"
+DRAW = re.compile(r"\b(randInt|randColor|anyColor|brightColor|strayFrom|soundRand|drawInt|drawReal|(?:mark|sound|clip|spare)Rng|random\w+|hostRandom|penguinHost\.random|"
                   r"freshPenStart|farPointFrom|pickBackgroundColor|pickMenuColor)\s*\(")
 WINDOWS_HEADER = re.compile(r'#\s*include\s*[<"](windows|windowsx|gdiplus\w*|gdiplus/\w+|mmsystem|mmdeviceapi|'
                             r"endpointvolume|sapi|imm|shlobj\w*|shobjidl\w*|objidl|objbase|knownfolders|"

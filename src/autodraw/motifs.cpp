@@ -1,73 +1,54 @@
 #include "autodraw/motifs.h"
 
 #include <cmath>
-#include <vector>
 
 #include "autodraw/pen_paths.h"
-#include "autodraw/sketches.h"
+#include "autodraw/scenes.h"
+#include "marks/angles.h"
 #include "marks/strokes.h"
 
-// The open motif. All points are virtual-screen points.
-struct Motif {
-    int form = 0;   // 0 bead chain, 1 shell, 2 eared head, 3 rayed disc, 4 zigzag, 5 stick body
-    int step = 0;   // the next one
-    int steps = 0;  // how many there are
-    int size = 0;   // of the shell, the head and the disc
-    POINT anchor = {};
-    MarkColor colorA = 0, colorB = 0, colorC = 0;
-    std::vector<POINT> points;                                // of the chain and the zigzag
-    POINT head = {}, neck = {}, leftHip = {}, rightHip = {};  // of the stick body
-};
-static Motif motif;  // a stop of the run leaves it alone: the next run goes on with it
-
-void clearMotif()
-{
-    motifActive = false;
-    motif = {};
-}
+enum MotifForm { beadChain, shell, earedHead, rayedDisc, zigzag, stickBody };
 
 static void layBeads()
 {
-    motif.steps = randInt(5, 7);
-    motif.colorA = randColor(120, 245);
-    POINT bead = motif.anchor;
-    motif.points.push_back(bead);
-    for (int i = 1; i < motif.steps; ++i) {
-        const int dx = randInt(48, 78);
-        const int dy = randInt(-38, 38);
-        bead = {bead.x + dx, bead.y + dy};
+    scene.steps = randInt(5, 7);
+    scene.colorA = brightColor();
+    POINT bead = scene.anchor;
+    scene.points.push_back(bead);
+    for (int i = 1; i < scene.steps; ++i) {
+        bead = strayFrom(bead, 48, 78, -38, 38);
         clampToVirtualScreen(bead);
-        motif.points.push_back(bead);
+        scene.points.push_back(bead);
     }
 }
 
 static void layShell()
 {
-    motif.size = randInt(52, 88);
-    motif.colorA = randColor(120, 245);
-    motif.colorB = randColor(50, 255);
-    motif.steps = 3;
+    scene.size = randInt(52, 88);
+    scene.colorA = brightColor();
+    scene.colorB = anyColor();
+    scene.steps = 3;
 }
 
 static void layEaredHead()
 {
-    motif.size = randInt(70, 110);
-    motif.colorA = randColor(120, 245);
-    motif.colorB = randColor(50, 255);
-    motif.colorC = randColor(50, 255);
-    motif.steps = 4;
+    scene.size = randInt(70, 110);
+    scene.colorA = brightColor();
+    scene.colorB = anyColor();
+    scene.colorC = anyColor();
+    scene.steps = 4;
 }
 
 static void layRayedDisc()
 {
-    motif.size = randInt(28, 44);
-    motif.colorA = randColor(120, 245);
-    motif.steps = 6;
+    scene.size = randInt(28, 44);
+    scene.colorA = brightColor();
+    scene.steps = 6;
 }
 
 static void layZigzag()
 {
-    const auto [x, y] = motif.anchor;
+    const auto [x, y] = scene.anchor;
     const int x1 = randInt(-40, 40);
     const int y1 = randInt(55, 95);
     const int x2 = randInt(50, 110);
@@ -76,68 +57,67 @@ static void layZigzag()
     const int y3 = randInt(40, 90);
     const int x4 = randInt(60, 130);
     const int y4 = randInt(95, 170);
-    motif.points = {{x, y}, {x + x1, y - y1}, {x + x2, y - y2}, {x + x3, y + y3}, {x + x4, y + y4}};
-    for (POINT &point : motif.points)
+    scene.points = {{x, y}, {x + x1, y - y1}, {x + x2, y - y2}, {x + x3, y + y3}, {x + x4, y + y4}};
+    for (POINT &point : scene.points)
         clampToVirtualScreen(point);
-    motif.colorA = randColor(50, 255);
-    motif.steps = 4;
+    scene.colorA = anyColor();
+    scene.steps = 4;
 }
 
 static void layStickBody()
 {
-    const auto [x, y] = motif.anchor;
+    const auto [x, y] = scene.anchor;
     const int headHeight = randInt(75, 120);
     const int leftReach = randInt(55, 95);
     const int leftDrop = randInt(70, 120);
     const int rightReach = randInt(55, 95);
     const int rightDrop = randInt(70, 120);
-    motif.head = {x, y - headHeight};
-    motif.neck = {x, y};
-    motif.leftHip = {x - leftReach, y + leftDrop};
-    motif.rightHip = {x + rightReach, y + rightDrop};
-    for (POINT *joint : {&motif.head, &motif.neck, &motif.leftHip, &motif.rightHip}) {
+    scene.head = {x, y - headHeight};
+    scene.neck = {x, y};
+    scene.leftHip = {x - leftReach, y + leftDrop};
+    scene.rightHip = {x + rightReach, y + rightDrop};
+    for (POINT *joint : {&scene.head, &scene.neck, &scene.leftHip, &scene.rightHip}) {
         clampToVirtualScreen(*joint);
         keepInside(*joint, 44);
     }
-    motif.colorA = randColor(120, 245);
-    motif.steps = 4;
+    scene.colorA = brightColor();
+    scene.steps = 4;
 }
 
 void startMotif()
 {
-    clearMotif();
-    clearSketch();
+    clearScene();
     motifActive = true;
-    motif.anchor = freshPenStart();
-    keepInside(motif.anchor, 88);
-    motif.form = randInt(0, 5);
-    switch (motif.form) {
-    case 0: layBeads(); break;
-    case 1: layShell(); break;
-    case 2: layEaredHead(); break;
-    case 3: layRayedDisc(); break;
-    case 4: layZigzag(); break;
-    case 5: layStickBody(); break;
+    scene.anchor = freshPenStart();
+    keepInside(scene.anchor, 88);
+    scene.form = randInt(0, 5);
+    switch (scene.form) {
+    case beadChain: layBeads(); break;
+    case shell: layShell(); break;
+    case earedHead: layEaredHead(); break;
+    case rayedDisc: layRayedDisc(); break;
+    case zigzag: layZigzag(); break;
+    case stickBody: layStickBody(); break;
     }
-    for (POINT &point : motif.points)
+    for (POINT &point : scene.points)
         keepInside(point, 48);
 }
 
 static void drawBead(int step)
 {
-    POINT &bead = motif.points[size_t(step)];
+    POINT &bead = scene.points[size_t(step)];
     keepInside(bead, 34);
     const int radiusX = randInt(16, 26);
     const int radiusY = randInt(14, 22);
-    paintBlob(bead, radiusX, radiusY, motif.colorA);
-    if (step > 0) brushStroke(motif.points[size_t(step - 1)], bead, 3, 24);
+    paintBlob(bead, radiusX, radiusY, scene.colorA);
+    if (step > 0) brushStroke(scene.points[size_t(step - 1)], bead, 3, 24);
 }
 
-// x and y are the anchor on this surface.
+// x and y: the anchor in surface-local coordinates.
 static void drawShellSpiral(GraphicsScope &scope, float x, float y)
 {
-    const float size = float(motif.size);
-    const OwnedPen pen = dashCappedPen(toArgb(motif.colorA, 220), 5.0f);
+    const float size = float(scene.size);
+    const OwnedPen pen = dashCappedPen(toArgb(scene.colorA, 220), 5.0f);
     float lastX = 0.0f;
     float lastY = 0.0f;
     for (int j = 0; j <= 15; ++j) {
@@ -154,15 +134,15 @@ static void drawShellSpiral(GraphicsScope &scope, float x, float y)
 
 static void drawShell(GraphicsScope &scope, float x, float y, int step)
 {
-    const float size = float(motif.size);
+    const float size = float(scene.size);
     if (step == 0) return drawShellSpiral(scope, x, y);
     if (step == 1) {
-        const OwnedBrush body = solidBrush(motif.colorA, 236);
+        const OwnedBrush body = solidBrush(scene.colorA, 236);
         scope.note(
             GdipFillEllipse(scope.graphics, body.get(), x - size * 0.55f, y, size * 1.1f, size * 0.55f));
         return;
     }
-    const OwnedPen feeler = dashCappedPen(toArgb(motif.colorB, 220), 3.0f);
+    const OwnedPen feeler = dashCappedPen(toArgb(scene.colorB, 220), 3.0f);
     scope.note(
         GdipDrawLine(scope.graphics, feeler.get(), x - size * 0.45f, y + 8.0f, x - size * 0.75f, y - 18.0f));
     scope.note(
@@ -171,8 +151,8 @@ static void drawShell(GraphicsScope &scope, float x, float y, int step)
 
 static void drawSnout(GraphicsScope &scope, float x, float y)
 {
-    const float size = float(motif.size);
-    const OwnedBrush snout = solidBrush(motif.colorB, 250);
+    const float size = float(scene.size);
+    const OwnedBrush snout = solidBrush(scene.colorB, 250);
     const OwnedBrush nose = solidBrush(0xFF141414);
     scope.note(GdipFillEllipse(scope.graphics, snout.get(), x - size * 0.35f, y - size * 0.35f, size * 0.7f,
                                size * 0.85f));
@@ -182,8 +162,8 @@ static void drawSnout(GraphicsScope &scope, float x, float y)
 
 static void drawWhiskers(GraphicsScope &scope, float x, float y)
 {
-    const float size = float(motif.size);
-    const OwnedPen pen = dashCappedPen(toArgb(motif.colorC, 240), 4.0f);
+    const float size = float(scene.size);
+    const OwnedPen pen = dashCappedPen(toArgb(scene.colorC, 240), 4.0f);
     for (int j = 0; j < 5; ++j) {
         const float left = x - size * 0.35f + float(j) * size * 0.16f;
         scope.note(
@@ -193,8 +173,8 @@ static void drawWhiskers(GraphicsScope &scope, float x, float y)
 
 static void drawEars(GraphicsScope &scope, float x, float y)
 {
-    const float size = float(motif.size);
-    const OwnedBrush ear = solidBrush(motif.colorC, 238);
+    const float size = float(scene.size);
+    const OwnedBrush ear = solidBrush(scene.colorC, 238);
     const GpPointF left[] = {{x - size * 0.55f, y - size * 0.55f},
                              {x - size * 0.35f, y - size * 1.05f},
                              {x - size * 0.12f, y - size * 0.45f}};
@@ -207,10 +187,10 @@ static void drawEars(GraphicsScope &scope, float x, float y)
 
 static void drawEaredHead(GraphicsScope &scope, float x, float y, int step)
 {
-    const float size = float(motif.size);
+    const float size = float(scene.size);
     switch (step) {
     case 0: {
-        const OwnedBrush head = solidBrush(motif.colorA, 236);
+        const OwnedBrush head = solidBrush(scene.colorA, 236);
         scope.note(GdipFillEllipse(scope.graphics, head.get(), x - size, y - size * 0.75f, size * 2.0f,
                                    size * 1.5f));
         break;
@@ -221,11 +201,11 @@ static void drawEaredHead(GraphicsScope &scope, float x, float y, int step)
     }
 }
 
-// Shell and head have no strokes that keep to the screen: they are painted on every surface as they lie.
+// Shell and head are not kept on the screen: every surface paints them where they lie.
 static void drawOnAll(void (*draw)(GraphicsScope &, float, float, int), int step)
 {
     for (const MonitorSurface &surface : surfaces) {
-        const POINT local = toLocal(surface, motif.anchor);
+        const POINT local = toLocal(surface, scene.anchor);
         {
             GraphicsScope scope(surface);
             draw(scope, float(local.x), float(local.y), step);
@@ -234,31 +214,26 @@ static void drawOnAll(void (*draw)(GraphicsScope &, float, float, int), int step
     }
 }
 
-// Rays from straight up round the right side of the disc: five of the ten that would go round.
+// Five rays, from straight up round the right side of the disc.
 static void drawRayedDisc(int step)
 {
-    if (step == 0) return paintBlob(motif.anchor, motif.size, motif.size, motif.colorA);
+    if (step == 0) return paintBlob(scene.anchor, scene.size, scene.size, scene.colorA);
     const int length = randInt(28, 52);
-    const float reach = float(motif.size + length);
+    const float reach = float(scene.size + length);
     const float angle = float(step - 1) * pi / 5.0f - pi / 2.0f;
-    POINT tip = {motif.anchor.x + lroundf(cosf(angle) * reach),
-                 motif.anchor.y + lroundf(sinf(angle) * reach)};
+    POINT tip = {scene.anchor.x + lroundf(cosf(angle) * reach),
+                 scene.anchor.y + lroundf(sinf(angle) * reach)};
     keepInside(tip, 28);
-    brushStroke(motif.anchor, tip, 12, 72);
-}
-
-static void strokeBold(POINT from, POINT to)
-{
-    brushStroke(from, to, 14, 92);
+    brushStroke(scene.anchor, tip, 12, 72);
 }
 
 static void drawArms()
 {
-    strokeBold(motif.head, motif.neck);
+    brushStroke(scene.head, scene.neck);
     for (const int side : {-1, 1}) {
         const int reach = randInt(50, 80);
         const int drop = randInt(20, 50);
-        strokeBold(motif.neck, {motif.neck.x + side * reach, motif.neck.y + drop});
+        brushStroke(scene.neck, {scene.neck.x + side * reach, scene.neck.y + drop});
     }
 }
 
@@ -268,18 +243,18 @@ static void drawStickBody(int step)
     case 0: {
         const int radiusX = randInt(22, 34);
         const int radiusY = randInt(22, 34);
-        paintBlob(motif.head, radiusX, radiusY, motif.colorA);
+        paintBlob(scene.head, radiusX, radiusY, scene.colorA);
         break;
     }
     case 1: drawArms(); break;
     case 2:
-        strokeBold(motif.neck, motif.leftHip);
-        strokeBold(motif.neck, motif.rightHip);
+        brushStroke(scene.neck, scene.leftHip);
+        brushStroke(scene.neck, scene.rightHip);
         break;
     case 3:
-        for (const POINT hip : {motif.leftHip, motif.rightHip}) {
+        for (const POINT hip : {scene.leftHip, scene.rightHip}) {
             const int drop = randInt(50, 90);
-            strokeBold(hip, {hip.x, hip.y + drop});
+            brushStroke(hip, {hip.x, hip.y + drop});
         }
         break;
     }
@@ -288,18 +263,17 @@ static void drawStickBody(int step)
 bool stepMotif()
 {
     if (!motifActive) return false;
-    canvasDirty = true;
-    flushBackdrop();
-    const int step = motif.step;
-    switch (motif.form) {
-    case 0: drawBead(step); break;
-    case 1: drawOnAll(drawShell, step); break;
-    case 2: drawOnAll(drawEaredHead, step); break;
-    case 3: drawRayedDisc(step); break;
-    case 4: brushStroke(motif.points[size_t(step)], motif.points[size_t(step) + 1], 14, 78); break;
-    case 5: drawStickBody(step); break;
+    beginMark();
+    const int step = scene.step;
+    switch (scene.form) {
+    case beadChain: drawBead(step); break;
+    case shell: drawOnAll(drawShell, step); break;
+    case earedHead: drawOnAll(drawEaredHead, step); break;
+    case rayedDisc: drawRayedDisc(step); break;
+    case zigzag: brushStroke(scene.points[size_t(step)], scene.points[size_t(step) + 1], 14, 78); break;
+    case stickBody: drawStickBody(step); break;
     }
-    ++motif.step;
-    if (motif.step >= motif.steps) clearMotif();
+    ++scene.step;
+    if (scene.step >= scene.steps) clearScene();
     return true;
 }

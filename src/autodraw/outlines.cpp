@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "autodraw/pen_paths.h"
-#include "autodraw/sequencer.h"
+#include "marks/angles.h"
 
 void beginOutline(bool quick)
 {
@@ -13,8 +13,8 @@ void beginOutline(bool quick)
     outlineStrokeIndex = 0;
     outlinePointIndex = 0;
     outlineQuick = quick;
-    outlineColor = randColor(50, 255);
-    penColor = outlineColor;  // the pen goes on in the picture's colour
+    outlineColor = anyColor();
+    penColor = outlineColor;  // the pen continues in the picture's colour
     penColorLife = randInt(6, 12);
 }
 
@@ -64,7 +64,7 @@ static void addLine(POINT from, POINT to, int spacing)
     appendSpaced(outlineQueue.emplace_back(std::vector<POINT>{from}), to, spacing);
 }
 
-// Corners or samples of a closed curve; two of them make a line there and no way back.
+// A closed polyline through corners or samples. Two points make a line that does not return.
 static void addClosed(const std::vector<POINT> &corners, int spacing)
 {
     std::vector<POINT> &polyline = outlineQueue.emplace_back();
@@ -73,7 +73,7 @@ static void addClosed(const std::vector<POINT> &corners, int spacing)
     if (corners.size() > 2) appendSpaced(polyline, corners.front(), spacing);
 }
 
-// What lies between two whole pixels is cut towards the centre.
+// Fractions of a pixel are truncated towards the centre.
 static POINT cutOffset(POINT centre, float dx, float dy)
 {
     return {centre.x + int(dx), centre.y + int(dy)};
@@ -91,7 +91,7 @@ static void clampAll(std::vector<POINT> &points)
         clampTo(screen, point);
 }
 
-// Samples once round a circle; the last one lies on the first.
+// A full circle of samples, the last on top of the first.
 static std::vector<POINT> circle(POINT centre, int radius, int parts)
 {
     std::vector<POINT> samples;
@@ -100,7 +100,7 @@ static std::vector<POINT> circle(POINT centre, int radius, int parts)
     return samples;
 }
 
-// Two size classes; the first range is taken in bigPercent of 100 cases.
+// A size from the big range in bigPercent of 100 cases, else from the small one.
 static int drawSize(int bigPercent, int bigLow, int bigHigh, int smallLow, int smallHigh)
 {
     const int chance = randInt(0, 99);
@@ -108,7 +108,6 @@ static int drawSize(int bigPercent, int bigLow, int bigHigh, int smallLow, int s
     return randInt(smallLow, smallHigh);
 }
 
-// On two feet, with a point at the top.
 void outlineStar(POINT centre)
 {
     beginOutline(false);
@@ -195,13 +194,13 @@ void outlineTriangle(POINT centre)
     addClosed({{x, y - size}, {x - half, y + size / 2}, {x + half, y + size / 2}}, size >= 110 ? 13 : 11);
 }
 
-// Six round lobes that pinch to 42 % of the radius.
+// Six round lobes; between them the radius falls to 42 %.
 void outlineFlower(POINT centre)
 {
     beginOutline(false);
     const int radius = drawSize(38, 98, 148, 46, 82);
     const int spacing = radius > 94 ? 12 : 10;
-    const int parts = 6 * spacing;  // the size class also sets how smooth it is
+    const int parts = 6 * spacing;  // larger flowers are smoother
     std::vector<POINT> samples;
     for (int i = 0; i <= parts; ++i) {
         const float angle = float(i) / float(parts) * 2.0f * pi;

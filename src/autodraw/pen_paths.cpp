@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "autodraw/sequencer.h"
+#include "marks/angles.h"
 
 double distanceBetween(POINT a, POINT b)
 {
@@ -15,11 +15,6 @@ POINT randomOffset(int reachX, int reachY)
     const int x = randInt(-reachX, reachX);
     const int y = randInt(-reachY, reachY);
     return {x, y};
-}
-
-static POINT moved(POINT point, POINT offset)
-{
-    return {point.x + offset.x, point.y + offset.y};
 }
 
 static LONG curveAt(LONG p0, LONG p1, LONG p2, LONG p3, float u)
@@ -57,13 +52,13 @@ POINT farPointFrom(POINT from)
         place = randomPointOnLaunch(72);
         found = distanceBetween(place, from) >= 360.0;
     }
-    if (!found) place = moved(from, randomOffset(720, 520));
+    if (!found) place = strayFrom(from, -720, 720, -520, 520);
     keepInside(place, 72);
     return place;
 }
 
-// The points first to parts of a straight way in that many parts; each is off by up to jitter before it
-// is rounded.
+// Adds the points first to parts of a straight leg divided into that many parts. Each is moved by up to
+// jitter before it is rounded.
 static void addLeg(POINT from, POINT to, int first, int parts, int jitter)
 {
     for (int j = first; j <= parts; ++j) {
@@ -79,12 +74,12 @@ static void addCurve()
 {
     const POINT a = freshPenStart();
     const POINT d = farPointFrom(a);
-    const POINT b = moved(a, randomOffset(280, 220));
-    const POINT c = moved(d, randomOffset(280, 220));
+    const POINT b = strayFrom(a, -280, 280, -220, 220);
+    const POINT c = strayFrom(d, -280, 280, -220, 220);
     const int parts = randInt(28, 40);
     for (int i = 0; i <= parts; ++i) {
         const POINT point = curvePoint(a, b, c, d, float(i) / float(parts));
-        penPath.push_back(moved(point, randomOffset(5, 5)));
+        penPath.push_back(strayFrom(point, -5, 5, -5, 5));
     }
 }
 
@@ -150,7 +145,7 @@ static void addShortChain()
 {
     POINT from = freshPenStart();
     penPath.push_back(from);
-    // The limit is drawn anew after each leg, on purpose: it makes the length uneven.
+    // The limit is drawn anew after each leg, on purpose: lengths are uneven.
     int limit = randInt(2, 4);
     for (int leg = 0; leg < limit; ++leg) {
         from = addFarLeg(from, 8, 12, 10);
@@ -158,7 +153,7 @@ static void addShortChain()
     }
 }
 
-// Puts points between those that are more than 28 pixels apart, a little off the straight way.
+// Inserts points where two are more than 28 pixels apart, slightly off the straight line.
 static void densifyPenPath()
 {
     std::vector<POINT> dense = {penPath.front()};
@@ -172,7 +167,7 @@ static void densifyPenPath()
             if (distance <= 28.0f) break;
             const float share = 28.0f / distance;
             const POINT next = {lroundf(float(last.x) + share * dx), lroundf(float(last.y) + share * dy)};
-            dense.push_back(moved(next, randomOffset(3, 3)));
+            dense.push_back(strayFrom(next, -3, 3, -3, 3));
         }
         dense.push_back(target);
     }
@@ -190,7 +185,7 @@ static void thinPenPath()
     penPath = kept;
 }
 
-// Reflects a coordinate at the edge it lies beyond, up to four times.
+// Reflects a coordinate at the edge that it passed, up to four times.
 static LONG folded(LONG value, LONG low, LONG high)
 {
     for (int times = 0; times < 4; ++times) {
@@ -227,7 +222,7 @@ void newPenPath()
     case 4: addChain(); break;
     case 5: addShortChain(); break;
     }
-    if (penPath.size() < 2) {  // no form comes out so short; what follows relies on two points
+    if (penPath.size() < 2) {  // never so far; the rest relies on two points
         penPath.push_back(freshPenStart());
         penPath.push_back(farPointFrom(penPath.back()));
     }

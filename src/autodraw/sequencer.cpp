@@ -3,8 +3,8 @@
 #include "autodraw/motifs.h"
 #include "autodraw/outlines.h"
 #include "autodraw/pen_paths.h"
+#include "autodraw/scenes.h"
 #include "autodraw/sketches.h"
-#include "marks/bursts.h"
 #include "marks/strokes.h"
 #include "sound/playback.h"
 
@@ -28,24 +28,15 @@ void resetPen()
     penPathIndex = 0;
     dropOutline();
     autoFlurryLeft = 0;
-    // sketchActive, motifActive and their layouts stay, on purpose: the next run goes on with the scene.
+    // The open scene stays, on purpose: the next run continues it.
 }
 
-void stopAutoDrawing()
-{
-    if (surfaces.empty() || autoStepsLeft < 1) return;
-    autoStepsLeft = 0;
-    stopPrimaryTimer(3);
-    autoMode = 0;
-    resetPen();
-}
-
-// The last stroke is drawn; a large picture is heard as well.
+// A large picture ends with a sound.
 static void finishOutline()
 {
     const bool quick = outlineQuick;
     dropOutline();
-    if (quick && soundEnabled) playMarkPair();
+    if (quick && soundEnabled) playMarkSound();
 }
 
 bool traceOutlineStep()
@@ -65,7 +56,7 @@ bool traceOutlineStep()
     const std::vector<POINT> &polyline = outlineQueue[outlineStrokeIndex];
     int count = autoFlurryLeft > 0 ? 5 : 2;
     if (outlineQuick) ++count;
-    // Each step begins at the point where the last one ended, so the line has no gap.
+    // Each step begins where the last one ended, so the line has no gap.
     std::vector<POINT> points = {polyline[outlinePointIndex]};
     while (count-- > 0 && outlinePointIndex + 1 < polyline.size())
         points.push_back(polyline[++outlinePointIndex]);
@@ -80,7 +71,7 @@ bool traceOutlineStep()
     return drawn;
 }
 
-// A picture only queues here; its tracing begins on the next step.
+// Tracing begins on the next step.
 static void queuePicture()
 {
     POINT place = randomPointOnLaunch(116);
@@ -92,8 +83,8 @@ static void queuePicture()
     placeOutline(place);
 }
 
-// The next few points of the path. A path that is used up on the way is replaced at once, so a long jump
-// can stand inside one polyline.
+// The next points of the path. A path that ends on the way is replaced at once, so the polyline may contain
+// a long jump.
 static std::vector<POINT> advancePen(int count)
 {
     std::vector<POINT> points = {penPath[penPathIndex]};
@@ -109,21 +100,20 @@ static void chooseColor()
 {
     if (penColorLife < 1) {
         if (randInt(0, 2) == 0) {
-            penColor = randColor(120, 245);
+            penColor = brightColor();
         } else {
-            penColor = randColor(50, 255);
+            penColor = anyColor();
         }
         penColorLife = randInt(4, 10);
     }
     --penColorLife;
 }
 
-// The step fell off all monitors: a short stroke somewhere else instead.
+// A short stroke at a random place, for a step that lay outside all monitors.
 static bool drawElsewhere(int low, int high)
 {
     POINT from = randomPointOnLaunch(72);
-    const POINT offset = randomOffset(200, 160);
-    POINT to = {from.x + offset.x, from.y + offset.y};
+    POINT to = strayFrom(from, -200, 200, -160, 160);
     keepInside(from, 72);
     keepInside(to, 72);
     if (!paintSegments({from, to}, penColor, low, high)) return false;
@@ -138,7 +128,7 @@ static void walkPen()
     const int count = randInt(bold ? 5 : 3, bold ? 7 : 5);
     chooseColor();
     const std::vector<POINT> points = advancePen(count);
-    // The width swells and thins along the path, by the place and not by chance.
+    // The width swells and thins along the path, by place and not at random.
     const int place = int(penPathIndex % 17);
     const int low = bold ? place % 6 + 10 : place % 7 + 6;
     const int spread = randInt(bold ? 18 : 10, bold ? 42 : 28);
@@ -164,7 +154,7 @@ void autoDrawStep()
         if (traceOutlineStep()) playPenStepSound();
         return;
     }
-    // An open scene goes on; otherwise one may open, else the pen walks.
+    // An open scene continues; otherwise one may open, or the pen walks.
     if (!motifActive && !sketchActive) {
         if (randInt(0, 99) < 14) {
             startMotif();
@@ -179,50 +169,4 @@ void autoDrawStep()
     } else {
         walkPen();
     }
-}
-
-static void scatterStep()
-{
-    if (randInt(0, 100) < 26) {
-        scatterMarks(true);
-        return;
-    }
-    canvasDirty = true;
-    flushBackdrop();
-    const POINT place = randomPointOnLaunch(72);
-    burst(place);
-    playScatterSound();
-}
-
-int nextStepPause()
-{
-    if (autoMode != 3) return randInt(82, 118);
-    if (autoFlurryLeft > 0) {
-        --autoFlurryLeft;
-        return randInt(72, 98);
-    }
-    const int chance = randInt(0, 99);
-    if (chance >= 17) return randInt(88, 128);
-    autoFlurryLeft = randInt(6, 14);
-    return randInt(72, 98);
-}
-
-void onTimer3()
-{
-    if (autoStepsLeft > 0) {
-        if (autoMode == 3) {
-            autoDrawStep();
-        } else {
-            scatterStep();
-        }
-        --autoStepsLeft;
-        if (autoStepsLeft > 0) {
-            const int pause = nextStepPause();
-            startPrimaryTimer(3, UINT(pause));
-            return;
-        }
-    }
-    // A run that ends by its count leaves a picture queued; the next run drops it.
-    stopPrimaryTimer(3);
-    autoMode = 0;
 }

@@ -3,59 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "autodraw/sequencer.h"
-#include "sound/playback.h"
-
-void startWipe()
-{
-    stopAutoDrawing();
-    canvasDirty = true;
-    flushBackdrop();
-    revealWipe = false;
-    if (randInt(0, 99) >= 4) {
-        static constexpr int plainStyles[] = {0, 1, 2, 3, 4, 6};
-        const int choice = randInt(0, 5);
-        wipeStyle = plainStyles[choice];
-    } else {
-        wipeStyle = randInt(0, 1) == 0 ? 5 : 7;
-        revealWipe = true;
-        revealColor = pickBackgroundColor();
-    }
-    wipeScale = randInt(0, 2);
-    wipeCorner = randInt(0, 3);
-    wipeStep = 0;
-    wipeRunning = true;
-    backgroundColor = pickBackgroundColor();
-    startPrimaryTimer(5, 16);
-    startWipeLoop();
-}
-
-static void haltWipe()
-{
-    stopPrimaryTimer(5);
-    wipeRunning = false;
-    stopWipeLoop();
-}
-
-void stopWipe()
-{
-    if (!wipeRunning || surfaces.empty()) return;
-    haltWipe();
-    for (const MonitorSurface &surface : surfaces)
-        invalidateWhole(surface);
-}
+#include "marks/angles.h"
+#include "marks/primitives.h"
 
 static void fillCanvas(const MonitorSurface &surface, HBRUSH brush, const RECT &part)
 {
     FillRect(surface.canvasDC, &part, brush);
 }
 
-static void repaint(const MonitorSurface &surface, const RECT &part)
-{
-    invalidateMarkRect(surface, part.left, part.top, part.right, part.bottom);
-}
-
-// How far an edge has come across length pixels after that many steps: about a hundredth a step.
+// Pixels that an edge has moved after that many steps across length pixels: about a hundredth a step.
 static int edgeAfter(int steps, int length)
 {
     if (steps == 0) return 0;
@@ -63,38 +19,38 @@ static int edgeAfter(int steps, int length)
 }
 
 // The edge comes from the left, or from the right when mirrored.
-static bool wipeAcross(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
+static bool stepAcross(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
 {
     const int width = surface.width;
     const int before = edgeAfter(wipeStep, width);
     const int edge = edgeAfter(wipeStep + 1, width);
     if (mirrored) {
         fillCanvas(surface, brush, {width - edge, 0, width, surface.height});
-        repaint(surface, {width - edge, 0, width - before, surface.height});
+        invalidateMarkRect(surface, {width - edge, 0, width - before, surface.height});
     } else {
         fillCanvas(surface, brush, {0, 0, edge, surface.height});
-        repaint(surface, {before, 0, edge, surface.height});
+        invalidateMarkRect(surface, {before, 0, edge, surface.height});
     }
     return edge >= width;
 }
 
 // The edge comes from the top, or from the bottom when mirrored.
-static bool wipeDown(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
+static bool stepDown(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
 {
     const int height = surface.height;
     const int before = edgeAfter(wipeStep, height);
     const int edge = edgeAfter(wipeStep + 1, height);
     if (mirrored) {
         fillCanvas(surface, brush, {0, height - edge, surface.width, height});
-        repaint(surface, {0, height - edge, surface.width, height - before});
+        invalidateMarkRect(surface, {0, height - edge, surface.width, height - before});
     } else {
         fillCanvas(surface, brush, {0, 0, surface.width, edge});
-        repaint(surface, {0, before, surface.width, edge});
+        invalidateMarkRect(surface, {0, before, surface.width, edge});
     }
     return edge >= height;
 }
 
-// The part of a canvas from left to right and top to bottom, counted from the corner of this wipe.
+// A rectangle whose coordinates are distances from the corner of this wipe, in surface coordinates.
 static RECT fromCorner(const MonitorSurface &surface, int left, int top, int right, int bottom)
 {
     RECT part = {left, top, right, bottom};
@@ -109,26 +65,26 @@ static RECT fromCorner(const MonitorSurface &surface, int left, int top, int rig
     return part;
 }
 
-static bool wipeFromCorner(const MonitorSurface &surface, HBRUSH brush)
+static bool stepFromCorner(const MonitorSurface &surface, HBRUSH brush)
 {
     const int widthBefore = edgeAfter(wipeStep, surface.width);
     const int heightBefore = edgeAfter(wipeStep, surface.height);
     const int width = edgeAfter(wipeStep + 1, surface.width);
     const int height = edgeAfter(wipeStep + 1, surface.height);
     fillCanvas(surface, brush, fromCorner(surface, 0, 0, width, height));
-    repaint(surface, fromCorner(surface, widthBefore, 0, width, height));
-    repaint(surface, fromCorner(surface, 0, heightBefore, widthBefore, height));
+    invalidateMarkRect(surface, fromCorner(surface, widthBefore, 0, width, height));
+    invalidateMarkRect(surface, fromCorner(surface, 0, heightBefore, widthBefore, height));
     return width >= surface.width && height >= surface.height;
 }
 
-// A band goes down the canvas and leaves its colour behind, so nothing above it is filled again.
-static bool wipeBand(const MonitorSurface &surface, HBRUSH brush)
+// A band moves down the canvas and leaves its colour behind; nothing above it is filled again.
+static bool stepBand(const MonitorSurface &surface, HBRUSH brush)
 {
     const int y = int(wipeStep / 180.0 * surface.height);
     const int half = std::max(70, surface.height / 18);
     const RECT band = {0, std::max(0, y - half), surface.width, std::min(surface.height, y + half)};
     fillCanvas(surface, brush, band);
-    repaint(surface, band);
+    invalidateMarkRect(surface, band);
     return wipeStep > 180;
 }
 
@@ -139,7 +95,7 @@ void drawRingBlobs(GraphicsScope &scope, const MonitorSurface &surface, float t)
     const float middleY = float(surface.height) * 0.5f;
     const float smaller = float(std::min(surface.width, surface.height));
     const int count = 10 + 4 * wipeScale;
-    // Two spins of different speed make the ring lean and wobble as it widens.
+    // Two different spins make the ring lean and wobble as it widens.
     const float spinX = (s * 0.4f + 0.8f) * t;
     const float spinY = (s * 0.3f + 1.2f) * t;
     const float radiusFactor = (s * 0.07f + 0.44f) * t + 0.035f;
@@ -147,7 +103,7 @@ void drawRingBlobs(GraphicsScope &scope, const MonitorSurface &surface, float t)
     const float baseHeight = (s * 16.0f + 40.0f) * t + 14.0f;
     const OwnedBrush blob = solidBrush(backgroundColor, 88);
     for (int i = 0; i < count; ++i) {
-        const float angle = float(i) / float(count) * 2.0f * 3.1415927f;
+        const float angle = float(i) / float(count) * 2.0f * pi;
         const int radiusChange = randInt(-11, 11);
         const int widthChange = randInt(-7, 9);
         const int heightChange = randInt(-5, 7);
@@ -161,8 +117,8 @@ void drawRingBlobs(GraphicsScope &scope, const MonitorSurface &surface, float t)
     }
 }
 
-// A veil over the whole canvas and a wheel of strokes. Veils pile up from tick to tick: the second half
-// of a reveal wipe turns everything to revealColor.
+// A veil over the whole canvas and a wheel of strokes. Veils accumulate: in the second half of a reveal wipe
+// the canvas turns to revealColor.
 void drawRevealRays(GraphicsScope &scope, const MonitorSurface &surface, float t, bool inward)
 {
     const float u = std::clamp(t, 0.0f, 1.0f);
@@ -174,7 +130,7 @@ void drawRevealRays(GraphicsScope &scope, const MonitorSurface &surface, float t
     scope.note(GdipFillRectangle(scope.graphics, veil.get(), 0.0f, 0.0f, float(surface.width),
                                  float(surface.height)));
     for (int i = 0; i < 14; ++i) {
-        const float angle = float(i) / 14.0f * 2.0f * 3.1415927f + u * 1.8f;
+        const float angle = float(i) / 14.0f * 2.0f * pi + u * 1.8f;
         float start = (u * 0.7f + 0.25f) * reach;
         float end = start * 0.88f;
         if (inward) {
@@ -190,7 +146,7 @@ void drawRevealRays(GraphicsScope &scope, const MonitorSurface &surface, float t
     }
 }
 
-static bool wipeRing(const MonitorSurface &surface)
+static bool stepRing(const MonitorSurface &surface)
 {
     const float t = std::min(1.0f, float(wipeStep) / 50.0f);
     {
@@ -202,7 +158,7 @@ static bool wipeRing(const MonitorSurface &surface)
     return t >= 1.0f;
 }
 
-// Three bubbles that swing from side to side and sink from a fifth of the height to 85 % of it.
+// Three bubbles that swing from side to side and sink from 20 % to 85 % of the height.
 static void drawBubbles(GraphicsScope &scope, const MonitorSurface &surface, float t)
 {
     const float width = float(surface.width);
@@ -225,7 +181,7 @@ static void drawBubbles(GraphicsScope &scope, const MonitorSurface &surface, flo
     }
 }
 
-static bool wipeBubbles(const MonitorSurface &surface)
+static bool stepBubbles(const MonitorSurface &surface)
 {
     const float t = std::min(1.0f, float(wipeStep) / 115.0f);
     {
@@ -237,43 +193,16 @@ static bool wipeBubbles(const MonitorSurface &surface)
     return t >= 1.0f;
 }
 
-// One step on one surface; true when it is done there.
-static bool wipeSurface(const MonitorSurface &surface, HBRUSH brush)
+bool wipeSurface(const MonitorSurface &surface, HBRUSH brush)
 {
     switch (wipeStyle) {
-    case 0: return wipeAcross(surface, brush, false);
-    case 1: return wipeAcross(surface, brush, true);
-    case 2: return wipeDown(surface, brush, false);
-    case 3: return wipeDown(surface, brush, true);
-    case 4: return wipeFromCorner(surface, brush);
-    case 5: return wipeRing(surface);
-    case 6: return wipeBand(surface, brush);
-    default: return wipeBubbles(surface);
+    case wipeFromLeft: return stepAcross(surface, brush, false);
+    case wipeFromRight: return stepAcross(surface, brush, true);
+    case wipeFromTop: return stepDown(surface, brush, false);
+    case wipeFromBottom: return stepDown(surface, brush, true);
+    case wipeFromCorner: return stepFromCorner(surface, brush);
+    case wipeRing: return stepRing(surface);
+    case wipeBand: return stepBand(surface, brush);
+    default: return stepBubbles(surface);
     }
-}
-
-static void floodWithRevealColor()
-{
-    backgroundColor = revealColor;
-    HBRUSH brush = CreateSolidBrush(revealColor);
-    for (const MonitorSurface &surface : surfaces) {
-        fillCanvas(surface, brush, {0, 0, surface.width, surface.height});
-        invalidateWhole(surface);
-    }
-    DeleteObject(brush);
-}
-
-void wipeTick()
-{
-    if (!wipeRunning) return;  // a tick that was already under way when the wipe was stopped
-    HBRUSH brush = CreateSolidBrush(backgroundColor);
-    bool done = false;
-    for (const MonitorSurface &surface : surfaces)
-        done = wipeSurface(surface, brush);  // the last surface alone decides, on purpose
-    DeleteObject(brush);
-    ++wipeStep;
-    if (!done && wipeStep <= 185) return;
-    if (revealWipe) floodWithRevealColor();
-    haltWipe();
-    revealWipe = false;
 }

@@ -4,26 +4,19 @@
 #include <cmath>
 #include <numbers>
 
+#include "marks/angles.h"
 #include "marks/stamps.h"
 #include "marks/strokes.h"
 #include "sound/playback.h"
 
-// The point moved by a draw in each direction.
-static POINT strayFrom(POINT point, int lowX, int highX, int lowY, int highY)
-{
-    const int dx = randInt(lowX, highX);
-    const int dy = randInt(lowY, highY);
-    return {point.x + dx, point.y + dy};
-}
-
-// One of four shapes on every monitor, even where it falls outside. Nothing is repainted: the shape
-// shows with the next paint of that window.
+// One of four shapes on every monitor, even where it lies outside. It is not invalidated: it appears with
+// the next paint of the window.
 static void plainShape(POINT point)
 {
     static constexpr Shape kinds[] = {Shape::star, Shape::heart, Shape::flower, Shape::cloud};
     const int kind = randInt(0, 3);
     const int size = randInt(56, 110);
-    const MarkColor color = randColor(50, 255);
+    const MarkColor color = anyColor();
     for (const MonitorSurface &surface : surfaces)
         shapeOnSurface(surface, kinds[kind], point, size, color);
 }
@@ -34,12 +27,12 @@ static void zigzag(POINT point)
     POINT current = point;
     for (int i = 0; i < count; ++i) {
         const POINT next = strayFrom(current, -130, 130, -110, 110);
-        brushStroke(current, next, 14, 92);
+        brushStroke(current, next);
         current = next;
     }
 }
 
-// The ordinary ones, each up to and including its limit of a draw from 0 to 99.
+// Each mark takes the draws (0 to 99) up to and including its limit.
 struct WeightedMark {
     int limit;
     void (*draw)(POINT);
@@ -56,12 +49,12 @@ void burst(POINT point)
     const int rare = randInt(0, 999);
     if (rare < 18) {
         stampBigFace(point);
-        if (soundEnabled && passGate(lastSoundTick, 200)) playMarkPair();
+        if (soundEnabled && passGate(lastSoundTick, 200)) playMarkSound();
         return;
     }
     if (rare < 35) {
         catParade(point);
-        if (soundEnabled && passGate(lastSoundTick, 180)) playMarkPair();
+        if (soundEnabled && passGate(lastSoundTick, 180)) playMarkSound();
         return;
     }
     const int choice = randInt(0, 99);
@@ -72,8 +65,7 @@ void burst(POINT point)
 
 void spaceBurst()
 {
-    canvasDirty = true;
-    flushBackdrop();
+    beginMark();
     const POINT middle = launchMiddle();
     const int choice = randInt(0, 99);
     if (choice < 34) {
@@ -89,7 +81,7 @@ void spaceBurst()
         return;
     }
     const int size = randInt(150, 220);
-    const MarkColor color = randColor(120, 245);
+    const MarkColor color = brightColor();
     const Shape shape = choice < 85 ? Shape::star : Shape::heart;
     for (const MonitorSurface &surface : surfaces) {
         shapeOnSurface(surface, shape, middle, size, color);
@@ -99,28 +91,25 @@ void spaceBurst()
 
 static Shape pickScatterShape()
 {
-    if (scatterShape == 1) return Shape::star;
-    if (scatterShape == 2) return Shape::heart;
+    if (scatterShape == starsOnly) return Shape::star;
+    if (scatterShape == heartsOnly) return Shape::heart;
     return Shape(randInt(0, 4));
 }
 
 void scatterMarks(bool withSound)
 {
     static constexpr int sizes[] = {11, 16, 21, 26, 32, 39, 47, 56, 66, 78, 92, 108, 126, 148};
-    canvasDirty = true;
-    flushBackdrop();
+    beginMark();
     for (const MonitorSurface &surface : surfaces) {
         const int x = randInt(surface.rect.left, surface.rect.right - 1);
         const int y = randInt(surface.rect.top, surface.rect.bottom - 1);
         const int size = sizes[randInt(0, 13)];
-        const MarkColor color = randColor(50, 255);
+        const MarkColor color = anyColor();
         const Shape shape = pickScatterShape();
         shapeOnSurface(surface, shape, {x, y}, size, color);
         const POINT local = toLocal(surface, {x, y});
-        // Smaller than a heart or a cloud, on purpose: the rest shows with a later paint.
-        const int reach = size + 7;
-        invalidateMarkRect(surface, local.x - reach, local.y - reach, local.x + 1 + reach,
-                           local.y + 1 + reach);
+        // Smaller than a heart or a cloud, on purpose: a later paint shows the rest.
+        invalidateAround(surface, local, size + 7, size + 7);
     }
     if (withSound) playScatterSound();
 }
@@ -145,20 +134,18 @@ void popShape(POINT point)
     const int kind = randInt(0, 99);
     const bool large = randInt(0, 99) < 58;
     const int size = randInt(large ? 142 : 88, large ? 198 : 128);
-    const MarkColor color = randColor(50, 255);
+    const MarkColor color = anyColor();
     const MonitorSurface *surface = surfaceHolding(point);
     if (!surface || !surface->canvasDC) return;
-    canvasDirty = true;
-    flushBackdrop();
+    beginMark();
     const POINT local = toLocal(*surface, point);
     if (kind >= 58) {
         turnedSquare(*surface, local, size, color);
     } else {
         starOnSurface(*surface, point, size, color);
     }
-    // The corners of a turned square may stand outside, on purpose: they show with a later paint.
-    const int reach = size + 12;
-    invalidateMarkRect(*surface, local.x - reach, local.y - reach, local.x + reach + 1, local.y + reach + 1);
+    // The corners of a turned square may lie outside, on purpose: a later paint shows them.
+    invalidateAround(*surface, local, size + 12, size + 12);
 }
 
 void bezierStroke(POINT p0, POINT p1, POINT p2, POINT p3)
@@ -168,7 +155,7 @@ void bezierStroke(POINT p0, POINT p1, POINT p2, POINT p3)
         const POINT b = toLocal(surface, p1);
         const POINT c = toLocal(surface, p2);
         const POINT d = toLocal(surface, p3);
-        const MarkColor color = randColor(50, 255);
+        const MarkColor color = anyColor();
         const int width = randInt(14, 78);
         GraphicsScope scope(surface);
         const OwnedPen pen = cappedPen(toArgb(color, 0xE4), float(width));
@@ -178,18 +165,18 @@ void bezierStroke(POINT p0, POINT p1, POINT p2, POINT p3)
         const RECT end = lineBounds(c, d, lineReach(width));
         RECT bounds;
         UnionRect(&bounds, &start, &end);
-        invalidateMarkRect(surface, bounds.left, bounds.top, bounds.right, bounds.bottom);
+        invalidateMarkRect(surface, bounds);
     }
 }
 
 void wobblyStroke(POINT from, POINT to)
 {
-    constexpr double pi = std::numbers::pi;
+    constexpr double doublePi = std::numbers::pi;  // this stroke alone is in double precision
     const double dx = double(to.x) - from.x;
     const double dy = double(to.y) - from.y;
     const double length = std::hypot(dx, dy);
     if (length < 4.0) {
-        brushStroke(from, to, 14, 92);
+        brushStroke(from, to);
         return;
     }
     const int cap = randInt(28, 56);
@@ -201,13 +188,13 @@ void wobblyStroke(POINT from, POINT to)
     POINT current = from;
     for (int i = 1; i <= count; ++i) {
         const double t = double(i) / count;
-        const double rise = std::sin(t * pi);
-        const double envelope = 0.72 * (rise * rise) + 0.28;  // never 0: the end may miss its mark
-        const double wave = std::sin(t * (2 * waves * pi / count) * count * 0.38 + phase);
+        const double rise = std::sin(t * doublePi);
+        const double envelope = 0.72 * (rise * rise) + 0.28;  // never 0, so the line may miss its end point
+        const double wave = std::sin(t * (2 * waves * doublePi / count) * count * 0.38 + phase);
         const double offset = wave * swing * envelope;  // across the line
         const POINT next = {std::lround(t * dx + from.x + offset * (-dy / length)),
                             std::lround(from.y + t * dy + offset * (dx / length))};
-        brushStroke(current, next, 14, 92);
+        brushStroke(current, next);
         current = next;
     }
 }
@@ -227,9 +214,9 @@ void spiralStroke(POINT centre)
         const int wobble = randInt(-2, 2);
         angle += float(wobble) / 100.0f + float(step) / 100.0f;
         radius += randInt(7, 16);
-        const int jitter = randInt(-5, 5);  // in x alone
+        const int jitter = randInt(-5, 5);  // of x only
         const POINT next = onSpiral(jitter);
-        brushStroke(current, next, 14, 92);
+        brushStroke(current, next);
         current = next;
     }
 }
@@ -239,7 +226,7 @@ void catParade(POINT point)
 {
     stampCat(point);
     for (int i = 0;; ++i) {
-        const int bound = randInt(4, 7);  // afresh at each test
+        const int bound = randInt(4, 7);  // drawn anew at each test
         if (i >= bound) return;
         const POINT from = strayFrom(point, -360, 360, -250, 250);
         const POINT to = strayFrom(from, -180, 180, -120, 120);
@@ -252,7 +239,7 @@ void stampRayBurst(POINT centre)
     const int count = randInt(12, 22);
     for (int i = 0; i < count; ++i) {
         const int lean = randInt(-2, 2);
-        const float angle = float(lean) / 10.0f + float(i + i) * 3.1415927f / float(count);
+        const float angle = float(lean) / 10.0f + float(i + i) * pi / float(count);
         const int startX = randInt(8, 40);
         const int startY = randInt(8, 34);
         const int endX = randInt(60, 120);
@@ -273,12 +260,12 @@ void stampRayBurst(POINT centre)
         const POINT a = {centre.x - leftFar, centre.y - upFar};
         const POINT b = {centre.x - leftNear, centre.y - upNear};
         const POINT c = strayFrom(centre, -8, 8, 8, 24);
-        brushStroke(b, c, 14, 92);
-        brushStroke(b, a, 14, 92);
+        brushStroke(b, c);
+        brushStroke(b, a);
     }
     const POINT p = strayFrom(centre, 15, 70, -25, 60);
     const POINT q = strayFrom(centre, 80, 180, -55, 55);
     const POINT m = strayFrom({(p.x + q.x) / 2, (p.y + q.y) / 2}, -52, 52, -44, 44);
-    brushStroke(p, m, 14, 92);
-    brushStroke(m, q, 14, 92);
+    brushStroke(p, m);
+    brushStroke(m, q);
 }

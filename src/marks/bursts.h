@@ -6,19 +6,19 @@
 // A stamp, a big shape or a tangle of strokes around the point. The caller has set canvasDirty.
 void burst(POINT point);
 
-// The big event of the Space key, in the middle of the launch monitor.
+// The reaction to the Space key, in the middle of the launch monitor.
 void spaceBurst();
 
-// One mark somewhere on each monitor; withSound only in timed action 1.
+// One mark at a random place on each monitor. withSound is true only in a scatter run.
 void scatterMarks(bool withSound);
 
 // One large star or turned square, on one surface only.
 void popShape(POINT point);
 
-// A curve with a colour and width of its own on each monitor.
+// A curve; each monitor draws its own colour and width.
 void bezierStroke(POINT p0, POINT p1, POINT p2, POINT p3);
 
-// A line that waves on its way, as a chain of brush strokes. Its end may be off by the wave.
+// A wavy line made of brush strokes. Its end may miss the point by the height of the wave.
 void wobblyStroke(POINT from, POINT to);
 
 void spiralStroke(POINT centre);

@@ -1,6 +1,5 @@
 #include "marks/cursor_pen.h"
 
-#include "autodraw/sequencer.h"
 #include "marks/strokes.h"
 #include "sound/playback.h"
 
@@ -18,7 +17,7 @@ void penKey(uint32_t key)
     const POINT from = penDotPoint;
     const VirtualScreen screen = virtualScreen();
     POINT next = from;
-    POINT wrapped = from;  // where a pen that stands at the edge goes on
+    POINT wrapped = from;  // where a pen at the edge continues
     switch (key) {
     case VK_LEFT:
     case VK_NUMPAD4:
@@ -45,21 +44,21 @@ void penKey(uint32_t key)
     clampTo(screen, next);
     clampTo(screen, wrapped);
     const bool moves = !isSame(next, from);
-    if (!moves && isSame(wrapped, from)) return;  // a desktop too small for any step
+    if (!moves && isSame(wrapped, from)) return;  // the desktop is too small for any step
 
     const bool styleOfPress = rainbowStroke;
-    autoMode = 0;  // the child's own line: what draws by itself does not take the style back
+    autoMode = noAction;  // otherwise brushStroke would treat the line as auto-drawing
     rainbowStroke = true;
     if (moves) {
-        brushStroke(from, next, 14, 92);
+        brushStroke(from, next);
     } else {
-        tapMark(wrapped);  // a dot at the landing, no stroke across the screen
+        tapMark(wrapped);  // no stroke across the whole screen
     }
     rainbowStroke = styleOfPress;
     penDotPoint = moves ? next : wrapped;
     if (soundEnabled) {
         if (passGate(lastPenStepTick, 36)) playPenSound(key);
-        if (!moves) playMarkPair();
+        if (!moves) playMarkSound();
     }
     for (const MonitorSurface &surface : surfaces)
         invalidateWhole(surface);

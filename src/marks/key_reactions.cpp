@@ -19,7 +19,7 @@ POINT keyPlacement(uint32_t key)
         const int y = randInt(screen.top, screen.top + screen.height - 1);
         return {x, y};
     }
-    const uint32_t hash = (key + 1) * 2654435761u;  // the golden ratio's share of 2 to the power 32
+    const uint32_t hash = (key + 1) * 2654435761u;  // golden ratio hash
     const int boxWidth = std::max(surface->width / 3, 120);
     const int boxHeight = std::max(surface->height / 3, 120);
     const POINT middle = middleOf(surface->rect);
@@ -42,26 +42,24 @@ void keyReaction(uint32_t key, int repeat)
 {
     static constexpr void (*stamps[])(POINT) = {stampFace, stampSun,  stampHouse,  stampBalloon,
                                                 stampTree, stampFish, stampRocket, stampStickFigure};
-    canvasDirty = true;
-    flushBackdrop();
+    beginMark();
     const POINT point = keyPlacement(key);
-    const uint32_t keyClass = key % 13;
+    const uint32_t picture = key % 13;
     const int level = std::clamp(repeat - 1, 0, 5);
     const int growth = level * 6;
     MarkColor color = keyPalette[key % 10];
-    if (level >= 4) color = randColor(120, 245);  // drawn for stamps too, which ignore it
-    if (keyClass < 5) {
+    if (level >= 4) color = brightColor();  // drawn even if the picture is a stamp, which ignores it
+    if (picture < 5) {
         const int size = int(key * 17 % 40) + 56 + growth;
-        keyShape(Shape(keyClass), point, size, color);
+        keyShape(Shape(picture), point, size, color);
     } else {
-        stamps[keyClass - 5](point);
+        stamps[picture - 5](point);
     }
     if (level >= 4) {
-        for (int i = 0; i < 2; ++i) {
-            const int dx = randInt(-(70 + growth), 70 + growth);
-            const int dy = randInt(-5 * (level + 11), 5 * (level + 11));
-            tapMark({point.x + dx, point.y + dy});
-        }
+        const int reachX = 70 + growth;
+        const int reachY = 5 * (level + 11);
+        for (int i = 0; i < 2; ++i)
+            tapMark(strayFrom(point, -reachX, reachX, -reachY, reachY));
     }
     if (level == 5 && randInt(0, 99) < 28) scatterMarks(false);
 }
@@ -72,7 +70,7 @@ bool updateKeyMash()
     if (within(now, lastMashTime, 520)) {
         keyMashCount = std::min(keyMashCount + 1, 50);
     } else {
-        keyMashCount = std::max(keyMashCount - 2, 1);  // it decays, it does not start over
+        keyMashCount = std::max(keyMashCount - 2, 1);  // decays, is not reset
     }
     lastMashTime = now;
     return keyMashCount >= 2;
@@ -83,7 +81,7 @@ int countSameKey(uint32_t key, bool autoRepeat)
     if (autoRepeat) return key == lastKeyCode ? sameKeyCount : 1;
     const int64_t now = steadyNow();
     if (key == lastKeyCode && within(now, lastKeyTime, 900)) {
-        // One step in half a second at most, however quickly the child presses.
+        // At most one step in half a second, however quickly the child presses.
         const bool bumpDue = lastBumpTime == noTime || now - lastBumpTime >= 500'000'000;
         if (sameKeyCount < 6 && bumpDue) {
             ++sameKeyCount;
@@ -111,7 +109,7 @@ void flushPendingKey()
     if (soundEnabled && passGate(lastKeySoundTick, 55)) playKeySound(pendingKeyCode, sameKeyCount);
 }
 
-// One note of the spiral: the golden angle from the one before, flattened to 82 per cent of its height.
+// One note, a golden angle on from the last. The spiral is flattened to 82 per cent of its height.
 static void spiralNote(int index, int count)
 {
     const float i = float(index);
@@ -125,7 +123,7 @@ static void spiralNote(int index, int count)
     if (sameKeyCount >= 5) {
         color = keyPalette[(lastKeyCode + uint32_t(sameKeyCount)) % 10];
     } else {
-        color = randColor(120, 245);
+        color = brightColor();
     }
     const int kind = randInt(0, 2);
     drawMusicNote(point, kind, color, sameKeyCount);
@@ -133,8 +131,7 @@ static void spiralNote(int index, int count)
 
 void noteSpiral()
 {
-    canvasDirty = true;
-    flushBackdrop();
+    beginMark();
     POINT cursor = spiralCentre;
     GetCursorPos(&cursor);
     if (!spiralCentreValid) spiralCentre = cursor;
@@ -150,7 +147,7 @@ void noteSpiral()
     if (soundEnabled) playMashVoice();
 }
 
-void restartSettling(HWND window)
+static void restartSettling(HWND window)
 {
     KillTimer(window, 6);
     SetTimer(window, 6, 210, nullptr);
@@ -166,21 +163,64 @@ void stepSpiral(HWND window)
     restartSettling(window);
 }
 
-void resetSpiral()
+static void dropPendingKey()
+{
+    pendingKey = false;
+    pendingKeyCode = 0;
+    pendingKeyFlags = 0;
+}
+
+void holdKey(HWND window, uint32_t key, LPARAM flags)
+{
+    if (keyMashCount >= 2) {
+        dropPendingKey();
+        stepSpiral(window);
+        return;
+    }
+    pendingKey = true;
+    pendingKeyCode = key;
+    pendingKeyFlags = flags;
+    restartSettling(window);
+}
+
+void settleKeys(HWND window)
+{
+    KillTimer(window, 6);
+    flushPendingKey();
+    if (within(steadyNow(), lastMashTime, 520)) {
+        if (keyMashCount > 0) --keyMashCount;
+        if (keyMashCount > 0) {
+            SetTimer(window, 6, 210, nullptr);
+            return;
+        }
+    }
+    resetKeyState(window);
+}
+
+static void resetSpiral()
 {
     spiralCentreValid = false;
     lastSpiralTick = 0;
-    spiralRadius = 70.0f;
+    spiralRadius = spiralStartRadius;
     spiralAngle = 0.0f;
+}
+
+void releaseKey(HWND window)
+{
+    flushPendingKey();
+    KillTimer(window, 6);
+    if (keyMashCount >= 2) {
+        resetKeyState(window);
+    } else {
+        resetSpiral();
+    }
 }
 
 void resetKeyState(HWND window)
 {
     KillTimer(window, 6);
     cutSpeech();
-    pendingKey = false;
-    pendingKeyCode = 0;
-    pendingKeyFlags = 0;
+    dropPendingKey();
     keyMashCount = 0;
     lastKeyCode = 0;
     sameKeyCount = 0;

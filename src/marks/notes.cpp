@@ -10,7 +10,7 @@ void drawMusicNote(POINT point, int kind, MarkColor color, int held)
         if (!inReach(surface, local, 180)) continue;
         const float x = float(local.x);
         const float y = float(local.y);
-        const int drawnSize = randInt(28, 54);  // each monitor's own
+        const int drawnSize = randInt(28, 54);  // separate for each monitor
         const float s = float(drawnSize + 4 * std::clamp(held, 0, 6));
         const float stemX = x + 0.18f * s;
         const float stemTop = y - 1.85f * s;
@@ -42,7 +42,6 @@ void drawMusicNote(POINT point, int kind, MarkColor color, int held)
         const int middleX = int(lroundf(x + 0.35f * s));
         const int middleY = int(lroundf(y - 0.75f * s));
         const int reach = int(ceilf(1.35f * s)) + 4;
-        invalidateMarkRect(surface, middleX - reach, middleY - reach, middleX + 1 + reach,
-                           middleY + 1 + reach);
+        invalidateAround(surface, {middleX, middleY}, reach, reach);
     }
 }

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-// Margins of the point operations below this would put a mark half off the screen.
+// A smaller margin would leave half of a mark off the screen.
 static int atLeastFinger(int margin)
 {
     return std::max(margin, 24);
@@ -44,6 +44,13 @@ POINT randomPointOnLaunch(int margin)
     return {x, y};
 }
 
+POINT strayFrom(POINT point, int lowX, int highX, int lowY, int highY)
+{
+    const int dx = randInt(lowX, highX);
+    const int dy = randInt(lowY, highY);
+    return {point.x + dx, point.y + dy};
+}
+
 void keepInside(const MonitorSurface &surface, POINT &point, int margin)
 {
     margin = atLeastFinger(margin);
@@ -66,7 +73,7 @@ void clampToVirtualScreen(POINT &point)
 
 void clampTo(const VirtualScreen &screen, POINT &point)
 {
-    // Not std::clamp: a screen without size would hand it crossed bounds.
+    // Not std::clamp: the bounds of a screen without size are crossed.
     point.x = std::max<LONG>(std::min<LONG>(point.x, screen.left + screen.width - 1), screen.left);
     point.y = std::max<LONG>(std::min<LONG>(point.y, screen.top + screen.height - 1), screen.top);
 }
@@ -106,7 +113,7 @@ void drawStarShape(GraphicsScope &scope, POINT centre, int outerRadius, int inne
     vertices.reserve(size_t(vertexCount));
     for (int i = 0; i < vertexCount; ++i) {
         const float radius = float(i % 2 == 0 ? outerRadius : innerRadius);
-        // A step below float pi, on purpose: every star is drawn with it. The first vertex points up.
+        // A step below float pi, on purpose: every star uses it. The first vertex points up.
         const float angle = float(i) * 3.1415925f / (float(vertexCount) * 0.5f) - 1.5707963f;
         vertices.push_back(
             {int(centre.x) + int(cosf(angle) * radius), int(centre.y) + int(sinf(angle) * radius)});
@@ -147,7 +154,7 @@ void drawCloudShape(GraphicsScope &scope, POINT centre, int size, MarkColor colo
     scope.note(GdipFillEllipseI(scope.graphics, fill.get(), x - size, y - size / 3, size, 2 * size / 3));
     scope.note(GdipFillEllipseI(scope.graphics, fill.get(), x - size / 2, y - size / 2, size, 3 * size / 4));
     scope.note(GdipFillEllipseI(scope.graphics, fill.get(), x, y - size / 3, size, 2 * size / 3));
-    // Only the left lobe has an outline; the cloud is meant to look so.
+    // Only the left lobe has an outline, on purpose.
     scope.note(GdipDrawEllipseI(scope.graphics, outline.get(), x - size, y - size / 3, size, 2 * size / 3));
 }
 
@@ -160,7 +167,7 @@ void drawFlowerShape(GraphicsScope &scope, POINT centre, int size, MarkColor col
     const OwnedBrush heart = solidBrush(0xE6FFE15A);
     const OwnedPen outline = plainPen(outlineWhite, 2.0f);
     for (int i = 0; i < 6; ++i) {
-        const float angle = float(i) * 1.0471976f;  // the petals stay horizontal, they do not turn
+        const float angle = float(i) * 1.0471976f;  // petals stay horizontal
         scope.note(GdipFillEllipse(scope.graphics, petal.get(), cosf(angle) * (0.45f * s) + x - 0.28f * s,
                                    sinf(angle) * (0.45f * s) + y - 0.22f * s, 0.56f * s, 0.44f * s));
     }
@@ -174,7 +181,7 @@ void starOnSurface(const MonitorSurface &surface, POINT point, int size, MarkCol
     if (kind != 0) vertexCount = randInt(0, 1) == 1 ? 8 : 12;
     const int share = randInt(38, 62);
     int innerRadius = int(share / 100.0 * size);
-    if (innerRadius < 7) innerRadius = 6;  // 6 is meant; an exact 7 stays 7
+    if (innerRadius < 7) innerRadius = 6;  // on purpose 6; an exact 7 stays
     GraphicsScope scope(surface);
     drawStarShape(scope, toLocal(surface, point), size, innerRadius, vertexCount, color, 3.0f);
 }

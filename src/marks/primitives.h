@@ -1,29 +1,38 @@
 #pragma once
 // Points and shapes. Points between functions are virtual-screen points; shapes are drawn in
-// surface-local coordinates. The shapes draw and do not invalidate: their callers know how far they reach.
+// surface-local coordinates. They do not invalidate: callers know how far a mark reaches.
 #include "marks/gdi_plus.h"
+
+// Marks the picture as changed and applies a pending backdrop. Every mark calls it before it draws.
+inline void beginMark()
+{
+    canvasDirty = true;
+    flushBackdrop();
+}
 
 // A random place on the surface, at least margin (raised to 24) pixels from its edges; its middle,
 // without a draw, where that leaves no room.
 POINT randomPointOn(const MonitorSurface &surface, int margin);
 
-// The same on the launch monitor; anywhere on the virtual screen without surfaces.
+// The same on the launch surface; without surfaces, anywhere on the virtual screen.
 POINT randomPointOnLaunch(int margin);
 
+// The point moved by two draws, x before y, each from low to high.
+POINT strayFrom(POINT point, int lowX, int highX, int lowY, int highY);
+
 // Replaces a point that is not at least margin (raised to 24) pixels inside the launch surface by a
-// random one that is: the point jumps, it is not clamped.
+// random one that is: the point jumps and is not clamped.
 void keepInside(POINT &point, int margin);
 
-// The same on a surface at hand. Looking for the launch surface asks the system several times, so who moves
-// many points looks once.
+// Overload for a known surface: finding the launch surface costs several system calls.
 void keepInside(const MonitorSurface &surface, POINT &point, int margin);
 
 void clampToVirtualScreen(POINT &point);
 
-// The same with the screen at hand: the system takes its time to tell it, so who moves many points asks once.
+// The same for a known screen: asking the system for it is slow.
 void clampTo(const VirtualScreen &screen, POINT &point);
 
-// The middle of a rectangle, truncated; rectangles may lie at negative coordinates.
+// The middle of a rectangle, truncated toward zero.
 POINT middleOf(const RECT &rect);
 
 // The middle of the launch surface; without surfaces, of the virtual screen.
@@ -38,15 +47,15 @@ void drawHeartShape(GraphicsScope &scope, POINT centre, int size, MarkColor colo
 void drawCloudShape(GraphicsScope &scope, POINT centre, int size, MarkColor color);
 void drawFlowerShape(GraphicsScope &scope, POINT centre, int size, MarkColor color);
 
-// These take a virtual-screen point, draw their proportions and open a scope of their own.
+// These take a virtual-screen point, draw their random proportions and open their own scope.
 void starOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
 void heartOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
 void diamondOnSurface(const MonitorSurface &surface, POINT point, int size, MarkColor color);
 
-// In the order in which keys and scattering count them.
+// In the order of the key and scatter tables.
 enum class Shape { star, heart, diamond, cloud, flower };
 
-// Any of the five, with its own draws if it has some.
+// Any of the five, with its own draws if it has any.
 void shapeOnSurface(const MonitorSurface &surface, Shape shape, POINT point, int size, MarkColor color);
 
 // A virtual-screen point in the surface's own coordinates.
@@ -75,5 +84,18 @@ int lineReach(int width);
 // The box of two points, grown by reach.
 RECT lineBounds(POINT a, POINT b, int reach);
 
-// The first surface that holds the point with 8 pixels to spare, far edges excluded; null if none does.
+// The first surface that holds the point, its area grown by 8 pixels; null if none does.
 MonitorSurface *surfaceHolding(POINT point);
+
+// Overload for a surface-local rectangle.
+inline void invalidateMarkRect(const MonitorSurface &surface, const RECT &part)
+{
+    invalidateMarkRect(surface, part.left, part.top, part.right, part.bottom);
+}
+
+// Repaints reachX pixels to the left and right of a surface-local point and reachY above and below it.
+inline void invalidateAround(const MonitorSurface &surface, POINT local, int reachX, int reachY)
+{
+    invalidateMarkRect(surface, local.x - reachX, local.y - reachY, local.x + reachX + 1,
+                       local.y + reachY + 1);
+}

@@ -29,7 +29,7 @@ MarkColor randColor(int32_t lo, int32_t hi)
     return markColor(red, green, blue);
 }
 
-// Pulls a channel towards the grey of its colour and keeps it bright.
+// A channel moved towards the grey of its colour and kept bright.
 static int soften(int channel, int average)
 {
     const float softened = float(channel) * 0.68f + float(average) * 0.32f;
@@ -43,11 +43,11 @@ MarkColor pickBackgroundColor()
     if (rare == 2) return 0x00EBF8FC;
     if (rare == 3) return 0x00DABEAC;
     for (int attempt = 0; attempt < 5; ++attempt) {
-        const MarkColor color = randColor(120, 245);
+        const MarkColor color = brightColor();
         const auto [darkest, brightest] = std::minmax({redOf(color), greenOf(color), blueOf(color)});
-        if (brightest < 230 || brightest - darkest < 48) return color;  // neither bright nor gaudy
+        if (brightest < 230 || brightest - darkest < 48) return color;  // either dim or pale
     }
-    const MarkColor gaudy = randColor(120, 245);
+    const MarkColor gaudy = brightColor();
     const int average = (redOf(gaudy) + greenOf(gaudy) + blueOf(gaudy)) / 3;
     return markColor(soften(redOf(gaudy), average), soften(greenOf(gaudy), average),
                      soften(blueOf(gaudy), average));

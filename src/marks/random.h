@@ -1,6 +1,6 @@
 #pragma once
-// The random streams and the colours. What is drawn, from which stream and in which order is part of
-// the toy's behaviour: every draw is a statement of its own, and a draw nobody reads stays.
+// The random streams and the colours. Which stream is drawn from, and in which order, is part of the
+// behaviour: every draw is a statement of its own, and a draw that nothing reads stays.
 #include <array>
 #include <cstdint>
 #include <random>
@@ -13,7 +13,7 @@ inline Rng soundRng{std::random_device{}()};  // sound bank A and the choice of 
 inline Rng clipRng{std::random_device{}()};   // sound bank B and the mascot's choice among its clips
 inline Rng spareRng{std::random_device{}()};  // seeded like the others and never drawn from
 
-// A colour as it travels between functions: 0x00BBGGRR, as in a GDI COLORREF. Alpha is not part of it.
+// The form of a colour between functions: 0x00BBGGRR, like a GDI COLORREF, without alpha.
 using MarkColor = uint32_t;
 
 constexpr MarkColor markColor(int red, int green, int blue)
@@ -54,8 +54,8 @@ inline constexpr std::array<MarkColor, 10> keyPalette = {
     0x00FFC8AA,  // pale blue
 };
 
-// Uniform integer from lo to hi, both included; lo must not exceed hi. Costs one output of the stream,
-// more only when one is rejected (Lemire, "Fast Random Integer Generation in an Interval", 2019).
+// Uniform integer from lo to hi, both included; lo must not exceed hi. Takes one output of the stream,
+// more only if one is rejected (Lemire, "Fast Random Integer Generation in an Interval", 2019).
 int32_t drawInt(Rng &stream, int32_t lo, int32_t hi);
 
 inline int32_t randInt(int32_t lo, int32_t hi)
@@ -72,6 +72,18 @@ float drawReal(Rng &stream);
 
 // Red, green and blue drawn in this order from markRng, each from lo to hi.
 MarkColor randColor(int32_t lo, int32_t hi);
+
+// Any colour but the darkest.
+inline MarkColor anyColor()
+{
+    return randColor(50, 255);
+}
+
+// Bright, but never quite white.
+inline MarkColor brightColor()
+{
+    return randColor(120, 245);
+}
 
 // The colour of a fresh canvas: mostly bright and calm, now and then white, cream or dusty blue.
 MarkColor pickBackgroundColor();

@@ -3,15 +3,16 @@
 #include <algorithm>
 #include <cmath>
 
+#include "marks/angles.h"
 #include "marks/strokes.h"
 
-// A ring with a face in it, not filled: what lies under it shows through.
+// A ring with a face in it; the canvas shows through.
 void stampFace(POINT centre)
 {
     const int radius = randInt(48, 92);
     const int width = randInt(11, 22);
-    const MarkColor ringColor = randColor(120, 245);
-    const MarkColor eyeColor = randColor(50, 255);
+    const MarkColor ringColor = brightColor();
+    const MarkColor eyeColor = anyColor();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 2 * radius)) continue;
@@ -35,21 +36,21 @@ void stampFace(POINT centre)
 void stampSun(POINT centre)
 {
     const int radius = randInt(36, 72);
-    const int rayEnd = randInt(26, 48);  // beyond the disc
+    const int rayEnd = randInt(26, 48);  // distance beyond the disc
     const int rayCount = randInt(8, 12);
-    const MarkColor discColor = randColor(120, 245);
-    const MarkColor rayColor = randColor(50, 255);
+    const MarkColor discColor = brightColor();
+    const MarkColor rayColor = anyColor();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 200)) continue;
         GraphicsScope scope(surface);
         const OwnedBrush disc = solidBrush(discColor, 0xE6);
-        const int rayWidth = randInt(10, 18);  // each monitor's own
+        const int rayWidth = randInt(10, 18);  // separate for each monitor
         const OwnedPen ray = dashCappedPen(toArgb(rayColor, 0xE4), float(rayWidth));
         scope.note(GdipFillEllipseI(scope.graphics, disc.get(), local.x - radius, local.y - radius,
                                     2 * radius, 2 * radius));
         for (int i = 0; i < rayCount; ++i) {
-            const float angle = float(i + i) * 3.1415927f / float(rayCount);
+            const float angle = float(i + i) * pi / float(rayCount);
             const auto onRay = [&](int distance) {
                 const float d = float(distance);
                 return POINT{local.x + int(cosf(angle) * d), local.y + int(sinf(angle) * d)};
@@ -73,7 +74,7 @@ void stampRainbow(POINT innerLeft)
         const float y = float(local.y);
         const float d = float(span);
         GraphicsScope scope(surface);
-        // The arcs grow in width alone: they meet at the top and fan out at the foot.
+        // The arcs grow only in width: they meet at the top and fan out at the foot.
         for (int k = 0; k < 5; ++k) {
             const OwnedPen band = dashCappedPen(bands[k], float(width));
             scope.note(GdipDrawArc(scope.graphics, band.get(), x - float(k * gap), y - 0.5f * d,
@@ -83,15 +84,15 @@ void stampRainbow(POINT innerLeft)
     }
 }
 
-// Houses, balloons, trees and cats are tested in x alone, so a monitor above or below draws them too.
+// Houses, balloons, trees and cats are tested only in x, so a monitor above or below draws them too.
 void stampHouse(POINT lowerLeft)
 {
     const int width = randInt(100, 200);
     const int height = randInt(80, 150);
     const int roofHeight = randInt(50, 90);
-    const MarkColor wallColor = randColor(120, 245);
-    const MarkColor roofColor = randColor(50, 255);
-    const MarkColor doorColor = randColor(50, 255);
+    const MarkColor wallColor = brightColor();
+    const MarkColor roofColor = anyColor();
+    const MarkColor doorColor = anyColor();
     const int doorWidth = std::max(width / 5, 18);
     const int doorHeight = std::max(height / 2, 28);
     for (const MonitorSurface &surface : surfaces) {
@@ -123,7 +124,7 @@ void stampBalloon(POINT neck)
     const int radiusX = randInt(35, 70);
     const int radiusY = randInt(48, 90);
     const int lineLength = randInt(60, 130);
-    const MarkColor skinColor = randColor(120, 245);
+    const MarkColor skinColor = brightColor();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, neck);
         if (!inReachX(surface, local.x, 160)) continue;
@@ -138,7 +139,7 @@ void stampBalloon(POINT neck)
         paintEllipse(scope, skin, outline, x - rx, y - 2 * ry - 8, 2 * rx, 2 * ry);
         fillTriangle(scope, skin, {{x - knotReach, y - 8}, {x + knotReach, y - 8}, {x, y + 6}});
         const OwnedPen line = dashCappedPen(0xD246464E, 3.0f);
-        const int sway = randInt(-10, 10);  // each monitor's own
+        const int sway = randInt(-10, 10);  // separate for each monitor
         drawLine(scope, line, x, y + 6, x + float(sway), y + float(lineLength));
         invalidateWhole(surface);
     }
@@ -150,7 +151,7 @@ void stampTree(POINT foot)
     const int trunkHeight = randInt(55, 100);
     const int radius = randInt(55, 100);
     const int brown = randInt(0, 40);
-    const MarkColor crownColor = randColor(120, 245);
+    const MarkColor crownColor = brightColor();
     const MarkColor trunkColor = 0x325000u + 120u + uint32_t(brown);  // only red varies
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, foot);
@@ -161,7 +162,7 @@ void stampTree(POINT foot)
         const OwnedPen outline = plainPen(0xC837322D, 2.5f);
         paintRect(scope, trunk, outline, float(local.x - trunkWidth / 2), float(local.y - trunkHeight),
                   float(trunkWidth), float(trunkHeight));
-        const int sway = randInt(-6, 6);  // each monitor's own
+        const int sway = randInt(-6, 6);  // separate for each monitor
         paintDisc(scope, crown, outline, local.x - radius, local.y - 2 * radius - trunkHeight + sway,
                   2 * radius);
         invalidateWhole(surface);
@@ -171,8 +172,8 @@ void stampTree(POINT foot)
 void stampCat(POINT centre)
 {
     const int radius = randInt(38, 72);
-    const MarkColor headColor = randColor(120, 245);
-    const MarkColor earColor = randColor(50, 255);
+    const MarkColor headColor = brightColor();
+    const MarkColor earColor = anyColor();
     const float noseRadius = float(std::max(radius / 10, 6));
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
@@ -202,13 +203,13 @@ void stampCat(POINT centre)
     }
 }
 
-// A filled face with red cheeks, its eyes cut as triangles.
+// A filled face with red cheeks and triangular eyes.
 void stampBlushFace(POINT centre)
 {
     const int radius = randInt(44, 80);
-    const MarkColor faceColor = randColor(120, 245);
-    const MarkColor eyeColor = randColor(50, 255);
-    const MarkColor mouthColor = randColor(50, 255);
+    const MarkColor faceColor = brightColor();
+    const MarkColor eyeColor = anyColor();
+    const MarkColor mouthColor = anyColor();
     const float cheekWidth = float(std::max(radius / 3, 10));
     const float cheekHeight = float(std::max(radius / 4, 8));
     for (const MonitorSurface &surface : surfaces) {
@@ -241,12 +242,12 @@ void stampBlushFace(POINT centre)
     }
 }
 
-// The car and the train are tested by their left end, not by their point.
+// The car and the train are tested by their left end, not by their middle.
 void stampCar(POINT foot)
 {
     const int width = randInt(110, 180);
     const int height = randInt(48, 78);
-    const MarkColor bodyColor = randColor(120, 245);
+    const MarkColor bodyColor = brightColor();
     const float wheelRadius = float(std::max(height / 4, 14));
     for (const MonitorSurface &surface : surfaces) {
         POINT local = toLocal(surface, foot);
@@ -274,8 +275,8 @@ void stampTrain(POINT foot)
 {
     const int cabSize = randInt(70, 110);
     const int boilerLength = randInt(90, 150);
-    const MarkColor bodyColor = randColor(120, 245);
-    const MarkColor smokeColor = randColor(50, 255);
+    const MarkColor bodyColor = brightColor();
+    const MarkColor smokeColor = anyColor();
     const float wheelRadius = float(cabSize / 5);
     for (const MonitorSurface &surface : surfaces) {
         POINT local = toLocal(surface, foot);
@@ -304,8 +305,8 @@ void stampRocket(POINT foot)
 {
     const int width = randInt(36, 58);
     const int height = randInt(95, 150);
-    const MarkColor bodyColor = randColor(120, 245);
-    const MarkColor finColor = randColor(50, 255);
+    const MarkColor bodyColor = brightColor();
+    const MarkColor finColor = anyColor();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, foot);
         if (!inReach(surface, local, 220)) continue;
@@ -340,13 +341,13 @@ void stampRocket(POINT foot)
     }
 }
 
-// Its nose points to the left.
+// It swims to the left.
 void stampFish(POINT centre)
 {
     const int length = randInt(120, 210);
     const int height = randInt(52, 90);
-    const MarkColor bodyColor = randColor(120, 245);
-    const MarkColor finColor = randColor(50, 255);
+    const MarkColor bodyColor = brightColor();
+    const MarkColor finColor = anyColor();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReachX(surface, local.x, 250) || !inReachY(surface, local.y, 180)) continue;
@@ -374,13 +375,13 @@ void stampFish(POINT centre)
     }
 }
 
-// The large face with a halo, of rare bursts and the Space key.
+// A large face with a halo, for rare bursts and the Space key.
 void stampBigFace(POINT centre)
 {
     const int radius = randInt(130, 210);
-    const MarkColor faceColor = randColor(120, 245);
-    const MarkColor eyeColor = randColor(50, 255);
-    const MarkColor haloColor = randColor(50, 255);
+    const MarkColor faceColor = brightColor();
+    const MarkColor eyeColor = anyColor();
+    const MarkColor haloColor = anyColor();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 3 * radius)) continue;
@@ -403,7 +404,7 @@ void stampBigFace(POINT centre)
     }
 }
 
-// A drawn share of a limb's length, in hundredths.
+// A random share of a limb's length; low and high are per cent.
 static int shareOf(int limb, int low, int high)
 {
     const int percent = randInt(low, high);
@@ -421,7 +422,7 @@ void stampStickFigure(POINT point)
     const int headShift = randInt(-14, 14);
     const POINT head = {neck.x + headShift, neck.y - int(0.38f * s)};
     tapMark(head);
-    brushStroke(neck, hip, 14, 92);
+    brushStroke(neck, hip);
 
     const int armShare = randInt(32, 48);
     const int arm = int(float(armShare) * s / 100.0f);
@@ -429,8 +430,8 @@ void stampStickFigure(POINT point)
     const int leftDrop = shareOf(arm, 10, 60);
     const int rightReach = shareOf(arm, 80, 120);
     const int rightDrop = shareOf(arm, 10, 60);
-    brushStroke(neck, {neck.x - leftReach, neck.y + leftDrop}, 14, 92);
-    brushStroke(neck, {neck.x + rightReach, neck.y + rightDrop}, 14, 92);
+    brushStroke(neck, {neck.x - leftReach, neck.y + leftDrop});
+    brushStroke(neck, {neck.x + rightReach, neck.y + rightDrop});
 
     const int legShare = randInt(40, 55);
     const int leg = int(float(legShare) * s / 100.0f);
@@ -438,6 +439,6 @@ void stampStickFigure(POINT point)
     const int leftFoot = shareOf(leg, 90, 120);
     const int rightStride = shareOf(leg, 95, 130);
     const int rightFoot = shareOf(leg, 90, 120);
-    brushStroke(hip, {hip.x - leftStride, hip.y + leftFoot}, 14, 92);
-    brushStroke(hip, {hip.x + rightStride, hip.y + rightFoot}, 14, 92);
+    brushStroke(hip, {hip.x - leftStride, hip.y + leftFoot});
+    brushStroke(hip, {hip.x + rightStride, hip.y + rightFoot});
 }

@@ -1,7 +1,6 @@
 #pragma once
-// Small pictures that a key or a burst leaves in one go. Each takes a virtual-screen point, draws its
-// sizes and colours once for all monitors, and repaints whole windows. None sets canvasDirty: their
-// callers have.
+// Small pictures, each drawn in one go. A stamp takes a virtual-screen point, draws its sizes and colours
+// once for all monitors and repaints whole windows. Callers have set canvasDirty.
 #include "marks/primitives.h"
 
 void stampFace(POINT centre);
@@ -17,4 +16,4 @@ void stampTrain(POINT foot);   // the middle of its foot
 void stampRocket(POINT foot);  // the middle of its foot
 void stampFish(POINT centre);
 void stampBigFace(POINT centre);
-void stampStickFigure(POINT point);  // made of a tap and strokes, in the colours of the last press
+void stampStickFigure(POINT point);  // a tap and strokes, in the colours of the last press

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "autodraw/sequencer.h"
-
 void chooseStrokeStyle()
 {
     rainbowStroke = false;
@@ -14,28 +12,25 @@ void chooseStrokeStyle()
         rainbowStroke = true;
         rainbowCooldown = randInt(4, 8);
     }
-    strokeColor = randColor(50, 255);
-    randInt(24, 60);  // nobody reads it; it moves the stream on
+    strokeColor = anyColor();
+    randInt(24, 60);  // unused; the draw keeps the random sequence unchanged
 }
 
 void tapMark(POINT point)
 {
-    if (autoMode == 3) keepInside(point, 42);
-    canvasDirty = true;
-    flushBackdrop();
+    if (autoMode == drawAction) keepInside(point, 42);
+    beginMark();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, point);
         if (!inReach(surface, local, 200)) continue;
-        const int x = local.x;
-        const int y = local.y;
-        const MarkColor color = randColor(50, 255);
+        const MarkColor color = anyColor();
         const int diameter = randInt(18, 92);
         GraphicsScope scope(surface);
         const OwnedBrush fill = solidBrush(color, 0xE6);
-        scope.note(GdipFillEllipse(scope.graphics, fill.get(), float(x - diameter / 2),
-                                   float(y - diameter / 2), float(diameter), float(diameter)));
+        fillCircle(scope, fill, float(local.x - diameter / 2), float(local.y - diameter / 2),
+                   float(diameter));
         const int reach = std::max((diameter + 1) / 2, 0) + 4;
-        invalidateMarkRect(surface, x - reach, y - reach, x + reach + 1, y + reach + 1);
+        invalidateAround(surface, local, reach, reach);
     }
 }
 
@@ -43,33 +38,31 @@ void brushStroke(POINT from, POINT to, int sizeA, int sizeB)
 {
     const int low = std::min(sizeA, sizeB);
     int high = std::max(sizeA, sizeB);
-    if (autoMode == 3) {
+    if (autoMode == drawAction) {
         const double length = std::hypot(double(to.x - from.x), double(to.y - from.y));
         const int swell = randInt(8, 28);
         high = std::max(high, low + swell + int(length * 0.1));
         high = std::min(high, low + 95);
         const int margin = std::min((low + high) / 2 + 10, 32);
-        keepInside(from, margin);  // each on its own, so a segment near an edge jumps
+        keepInside(from, margin);  // separately, so a segment near an edge jumps
         keepInside(to, margin);
     }
-    canvasDirty = true;
-    flushBackdrop();
+    beginMark();
     for (const MonitorSurface &surface : surfaces) {
         const POINT a = toLocal(surface, from);
         const POINT b = toLocal(surface, to);
         if (!inReach(surface, a, 200)) continue;
         MarkColor color = strokeColor;
-        if (autoMode == 3 || rainbowStroke) color = randColor(50, 255);
+        if (autoMode == drawAction || rainbowStroke) color = anyColor();
         int width = randInt(low, high);
-        if (autoMode == 3 && randInt(0, 5) == 0) {
+        if (autoMode == drawAction && randInt(0, 5) == 0) {
             const int extra = randInt(12, 36);
             width = randInt(low, extra + high);
         }
         GraphicsScope scope(surface);
         const OwnedPen pen = strokePen(toArgb(color, 0xEB), float(width));
         drawLine(scope, pen, a, b);
-        const RECT bounds = lineBounds(a, b, lineReach(width));
-        invalidateMarkRect(surface, bounds.left, bounds.top, bounds.right, bounds.bottom);
+        invalidateMarkRect(surface, lineBounds(a, b, lineReach(width)));
     }
 }
 
@@ -103,55 +96,42 @@ bool paintSegments(const std::vector<POINT> &points, MarkColor color, int sizeA,
         UnionRect(&dirtyRect, &dirtyRect, &bounds);
     }
     for (size_t i = 0; i < surfaces.size(); ++i) {
-        if (IsRectEmpty(&dirty[i])) continue;
-        invalidateMarkRect(surfaces[i], dirty[i].left, dirty[i].top, dirty[i].right, dirty[i].bottom);
+        if (!IsRectEmpty(&dirty[i])) invalidateMarkRect(surfaces[i], dirty[i]);
     }
-    if (drawn) {
-        canvasDirty = true;
-        flushBackdrop();  // after the drawing here, before it in every other mark
-    }
+    if (drawn) beginMark();  // after the drawing here, before it in every other mark
     return drawn;
 }
 
 void paintBlob(POINT centre, int radiusX, int radiusY, MarkColor color)
 {
-    if (autoMode == 3) keepInside(centre, std::max(radiusX, radiusY) + 12);
-    canvasDirty = true;
-    flushBackdrop();
+    if (autoMode == drawAction) keepInside(centre, std::max(radiusX, radiusY) + 12);
+    beginMark();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
-        const int x = local.x;
-        const int y = local.y;
-        if (x < -2 * radiusX || y < -2 * radiusY || x > surface.width + 2 * radiusX ||
-            y > surface.height + 2 * radiusY)
-            continue;
+        if (!inReachX(surface, local.x, 2 * radiusX) || !inReachY(surface, local.y, 2 * radiusY)) continue;
         GraphicsScope scope(surface);
         const OwnedBrush fill = solidBrush(color, 0xE4);
         const OwnedPen edge = plainPen(0xC81E1E1E, 2.2f);
-        paintEllipse(scope, fill, edge, float(x - radiusX), float(y - radiusY), float(2 * radiusX),
-                     float(2 * radiusY));
-        invalidateMarkRect(surface, x - radiusX - 6, y - radiusY - 6, x + radiusX + 7, y + radiusY + 7);
+        paintEllipse(scope, fill, edge, float(local.x - radiusX), float(local.y - radiusY),
+                     float(2 * radiusX), float(2 * radiusY));
+        invalidateAround(surface, local, radiusX + 6, radiusY + 6);
     }
 }
 
 void paintArc(POINT centre, int radiusX, int radiusY, MarkColor color)
 {
-    if (autoMode == 3) keepInside(centre, std::max(radiusX, radiusY) + 10);
-    canvasDirty = true;
-    flushBackdrop();
+    if (autoMode == drawAction) keepInside(centre, std::max(radiusX, radiusY) + 10);
+    beginMark();
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
-        const int x = local.x;
-        const int y = local.y;
         const int width = randInt(8, 16);
         GraphicsScope scope(surface);
         const OwnedPen pen = dashCappedPen(toArgb(color, 0xEB), float(width));
         const int sweep = randInt(120, 200);
         const int start = randInt(0, 40);
-        scope.note(GdipDrawArc(scope.graphics, pen.get(), float(x - radiusX), float(y - radiusY),
+        scope.note(GdipDrawArc(scope.graphics, pen.get(), float(local.x - radiusX), float(local.y - radiusY),
                                float(2 * radiusX), float(2 * radiusY), float(start), float(sweep)));
         const int reach = int((unsigned(width) + 1) >> 1) + 4;
-        invalidateMarkRect(surface, x - radiusX - reach, y - radiusY - reach, x + radiusX + reach + 1,
-                           y + radiusY + reach + 1);
+        invalidateAround(surface, local, radiusX + reach, radiusY + reach);
     }
 }

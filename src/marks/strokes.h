@@ -1,25 +1,31 @@
 #pragma once
-// Marks of the pointer, and their relatives that auto-drawing uses. A stroke has no object of its own:
-// each segment is drawn the moment its input arrives. All points are virtual-screen points.
+// Marks of the pointer and of auto-drawing. There is no stroke object: each segment is drawn when its
+// input arrives. All points are virtual-screen points.
 #include <vector>
 
 #include "marks/primitives.h"
 
-// Per drag, set at each left press; touch and keys borrow what the last press chose.
-inline MarkColor strokeColor = 0x0032C8FF;  // of every segment of a plain stroke
-inline bool rainbowStroke = true;           // each segment takes a fresh colour
-inline int rainbowCooldown = 0;             // presses that must pass before the next rainbow
+// Set at each left press. Touch and keys use what the last press chose.
+inline MarkColor strokeColor = 0x0032C8FF;  // of all segments unless rainbowStroke is set
+inline bool rainbowStroke = true;           // each segment draws a new colour
+inline int rainbowCooldown = 0;             // presses before the next rainbow is possible
 
 // A left press chooses the style of its stroke.
 void chooseStrokeStyle();
 
-// A round dot of random size and colour, each monitor's own.
+// A round dot; each monitor draws its own size and colour.
 void tapMark(POINT point);
 
 // One straight segment of random width between the two bounds, which may come in either order.
 void brushStroke(POINT from, POINT to, int sizeA, int sizeB);
 
-// A polyline, each segment on one surface only. True if any segment was drawn.
+// The same in the widths of the child's own strokes.
+inline void brushStroke(POINT from, POINT to)
+{
+    brushStroke(from, to, 14, 92);
+}
+
+// A polyline, each segment on one surface only; true if any segment was drawn.
 bool paintSegments(const std::vector<POINT> &points, MarkColor color, int sizeA, int sizeB);
 
 // A filled ellipse with a dark edge.

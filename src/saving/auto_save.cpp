@@ -99,7 +99,7 @@ static void keepLastTen(const std::wstring &folder)
 
 void autoSaveTick()
 {
-    if (!canvasDirty || autoMode == 3 || autoStepsLeft > 0 || wipeRunning) return;
+    if (!canvasDirty || autoMode == drawAction || autoStepsLeft > 0 || wipeRunning) return;
     HBITMAP canvases = captureCanvases();
     if (!canvases) return;
     const bool haveFolder = ensureDataDirectories();

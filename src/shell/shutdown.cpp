@@ -1,7 +1,6 @@
 #include "shell/shutdown.h"
 
-#include "autodraw/sequencer.h"
-#include "clearing/wipes.h"
+#include "clearing/actions.h"
 #include "hint/panel.h"
 #include "mascot/walker.h"
 #include "menu/menu.h"

@@ -1,32 +1,15 @@
 #include "shell/timers.h"
 
-#include "autodraw/sequencer.h"
-#include "clearing/wipes.h"
+#include "clearing/actions.h"
 #include "hint/idle.h"
 #include "hint/panel.h"
 #include "marks/key_reactions.h"
 #include "mascot/show.h"
 #include "mascot/walker.h"
 #include "saving/auto_save.h"
-#include "shell/base/clock.h"
 #include "shell/base/keys.h"
 #include "shell/shutdown.h"
 #include "shell/window_order.h"
-
-// A burst of keys has paused: a letter that waited leaves its reaction, a mash fades by one step.
-static void settleKeys(HWND window)
-{
-    KillTimer(window, 6);
-    flushPendingKey();
-    if (within(steadyNow(), lastMashTime, 520)) {
-        if (keyMashCount > 0) --keyMashCount;
-        if (keyMashCount > 0) {
-            SetTimer(window, 6, 210, nullptr);
-            return;
-        }
-    }
-    resetKeyState(window);
-}
 
 // Holding both buttons winds the spiral even when the mouse does not move.
 static void chordTick(HWND window)

@@ -2,9 +2,7 @@
 
 #include <vector>
 
-#include "autodraw/sequencer.h"
 #include "clearing/actions.h"
-#include "clearing/wipes.h"
 #include "hint/idle.h"
 #include "marks/bursts.h"
 #include "marks/cursor_pen.h"
@@ -114,7 +112,7 @@ static void onEnter()
     noteChildInput();
     stopWhatRuns();
     const int choice = randInt(0, 84);
-    startAction(choice < 40 ? 3 : 1);
+    startAction(choice < 40 ? drawAction : scatterAction);
 }
 
 static void onEscape(HWND window)
@@ -122,7 +120,7 @@ static void onEscape(HWND window)
     noteChildInput();
     dropMenu();
     stopWhatRuns();
-    startAction(2);
+    startAction(wipeAction);
     consultAllowance(window);
 }
 
@@ -155,21 +153,10 @@ static void onModifier()
     stopWhatRuns();
 }
 
-// A letter or digit waits for its release or timer 6, because as part of a mash it leaves no mark.
 static void onLetterOrDigit(HWND window, uint32_t key, LPARAM flags)
 {
     cutSpeech();
-    if (keyMashCount >= 2) {
-        pendingKey = false;
-        pendingKeyCode = 0;
-        pendingKeyFlags = 0;
-        stepSpiral(window);
-    } else {
-        pendingKey = true;
-        pendingKeyCode = key;
-        pendingKeyFlags = flags;
-        restartSettling(window);
-    }
+    holdKey(window, key, flags);
     consultAllowance(window);
 }
 
@@ -231,14 +218,7 @@ static void onSystemKeyDown(HWND window, uint32_t key, LPARAM flags)
 // Unlike at key-down, the keypad's pen digits count here: they flush a waiting letter.
 static void onKeyUp(HWND window, uint32_t key)
 {
-    if (!isLetterOrDigit(key)) return;
-    flushPendingKey();
-    KillTimer(window, 6);
-    if (keyMashCount >= 2) {
-        resetKeyState(window);
-    } else {
-        resetSpiral();
-    }
+    if (isLetterOrDigit(key)) releaseKey(window);
 }
 
 // Only the keyboard's context menu key starts an action; its message has no position.
@@ -304,7 +284,7 @@ static void onMouseMove(HWND window, POINT point)
             tapPending = false;
         }
     }
-    brushStroke(lastStrokePoint, point, 14, 92);
+    brushStroke(lastStrokePoint, point);
     lastStrokePoint = point;
     startStrokeLoop();
     noteChildInput();
@@ -356,7 +336,7 @@ static void onXButtonDown(HWND window)
     noteChildInput();
     stopWhatRuns();
     dropMenu();
-    startAction(1);
+    startAction(scatterAction);
     consultAllowance(window);
 }
 
@@ -373,9 +353,7 @@ static void strokeFromFinger(POINT finger, int reach)
 {
     penDotPoint = finger;
     penDotVisible = true;
-    const int dx = randInt(-reach, reach);
-    const int dy = randInt(-reach, reach);
-    brushStroke(finger, {finger.x + dx, finger.y + dy}, 14, 92);
+    brushStroke(finger, strayFrom(finger, -reach, reach, -reach, reach));
 }
 
 static void onFingerDown(POINT finger)

@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "autodraw/sequencer.h"
-#include "marks/bursts.h"
-#include "marks/key_reactions.h"
 #include "marks/random.h"
 #include "sound/bank_a.h"
 #include "sound/bank_b.h"
@@ -34,7 +31,7 @@ bool passGate(DWORD &tick, DWORD ms)
     return true;
 }
 
-void playMarkPair()
+void playMarkSound()
 {
     lastSoundTick = GetTickCount();
     const int pick = soundRand(0, 1);
@@ -59,9 +56,9 @@ void playSpaceClip()
     playClip(spaceClips[size_t(pick)]);
 }
 
-// The clips made while playing. A press that the player drops writes a slot all the same, so a slot can
-// come around while its clip still sounds: what it held lives on until sixteen more were replaced.
-static std::array<SoundClip, 6> keyVoiceRing;   // keys at their upper levels and the pen
+// Clips computed during play. Plays that are dropped take a slot too, so a slot can be refilled while its old
+// clip still sounds; the old clip lives on until sixteen more were replaced.
+static std::array<SoundClip, 6> keyVoiceRing;   // upper levels of keys, and the pen
 static std::array<SoundClip, 4> mashVoiceRing;  // mashing
 static std::array<SoundClip, 16> replacedClips;
 static size_t replacedNext = 0;
@@ -77,8 +74,8 @@ static void playFresh(std::array<SoundClip, size> &ring, unsigned &next, SoundCl
     next = (next + 1) % unsigned(size);
 }
 
-// Every further press of the same key climbs one level, from the fourth press on with leaps; from the
-// fifth on the key sings.
+// Each further press of a key is one level higher. From the fourth press on the note may leap, from the fifth
+// on it is computed.
 void playKeySound(uint32_t key, int pressCount)
 {
     static constexpr int scale[] = {262, 294, 330, 349, 392, 440, 494, 523, 587, 659, 784, 880};
@@ -86,7 +83,7 @@ void playKeySound(uint32_t key, int pressCount)
     const uint32_t base = key + uint32_t(level);
     uint32_t index = base % 14;
     if (level >= 3) {
-        // Drawn at the singing levels too, where nothing reads the place.
+        // Drawn at the upper levels too, which ignore the result.
         const int chance = soundRand(0, 99);
         if (chance < 8 * level + 25) {
             const uint32_t leap = uint32_t(soundRng()) >> 30;
@@ -135,7 +132,7 @@ void playPenSound(uint32_t key)
     }
 }
 
-// Climbs with the mash: the hotter, the higher, longer and louder.
+// The hotter the mash, the higher, longer and louder.
 void playMashVoice()
 {
     static constexpr int scale[] = {392,  440,  523,  587,  659,  784,  880,
@@ -154,14 +151,14 @@ void playScatterSound()
 {
     if (!soundEnabled) return;
     if (!passGate(lastScatterTick, 95)) return;
-    if (autoMode == 1) {
+    if (autoMode == scatterAction) {
         switch (scatterShape) {
-        case 0: playClip(scatterClipAny); return;
-        case 1: playClip(scatterClipStars); return;
-        case 2: playClip(scatterClipHearts); return;
+        case anyShape: playClip(scatterClipAny); return;
+        case starsOnly: playClip(scatterClipStars); return;
+        case heartsOnly: playClip(scatterClipHearts); return;
         }
     }
-    playMarkPair();
+    playMarkSound();
 }
 
 static void playNextNote()
@@ -179,7 +176,7 @@ void playPenStepSound()
     if (form == 1) {
         const int gate = randInt(70, 120);
         if (!soundEnabled) return;
-        if (GetTickCount() - lastSoundTick >= DWORD(gate)) playMarkPair();
+        if (GetTickCount() - lastSoundTick >= DWORD(gate)) playMarkSound();
         return;
     }
     const int gate = randInt(32, 60);

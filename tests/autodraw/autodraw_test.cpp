@@ -5,6 +5,7 @@
 #include "autodraw/motifs.h"
 #include "autodraw/outlines.h"
 #include "autodraw/pen_paths.h"
+#include "autodraw/scenes.h"
 #include "autodraw/sequencer.h"
 #include "autodraw/sketches.h"
 #include "clearing/actions.h"
@@ -23,8 +24,7 @@ static uint32_t hashOver(uint32_t seeds, const std::vector<RECT> &monitors, auto
     for (uint32_t seed = 1; seed <= seeds; ++seed) {
         const Desk desk(monitors);
         seedAll(seed);
-        clearMotif();
-        clearSketch();
+        clearScene();
         resetPen();
         autoMode = scatterShape = wipeStyle = wipeScale = wipeCorner = penColorLife = 0;
         revealWipe = penLastValid = rainbowStroke = false;

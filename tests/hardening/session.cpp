@@ -18,7 +18,8 @@
 #include <string>
 #include <vector>
 
-#include "autodraw/sequencer.h"
+#include "autodraw/outlines.h"
+#include "autodraw/pen_paths.h"
 #include "clearing/wipes.h"
 #include "hint/panel.h"
 #include "marks/key_reactions.h"

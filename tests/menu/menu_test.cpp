@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "autodraw/sequencer.h"
+#include "clearing/actions.h"
 #include "settings/language.h"
 #include "support/desk.h"
 #include "support/recorded.h"

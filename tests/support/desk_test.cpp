@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "autodraw/sequencer.h"
+#include "autodraw/pen_paths.h"
 #include "marks/gdi_plus.h"
 #include "shell/base/clock.h"
 
