@@ -56,6 +56,18 @@ OwnedPath newPath()
     return OwnedPath(path);
 }
 
+OwnedPath roundedRect(float left, float top, float right, float bottom, float radius)
+{
+    const float d = 2.0f * radius;
+    OwnedPath path = newPath();
+    GdipAddPathArc(path.get(), left, top, d, d, 180.0f, 90.0f);
+    GdipAddPathArc(path.get(), right - d, top, d, d, 270.0f, 90.0f);
+    GdipAddPathArc(path.get(), right - d, bottom - d, d, d, 0.0f, 90.0f);
+    GdipAddPathArc(path.get(), left, bottom - d, d, d, 90.0f, 90.0f);
+    GdipClosePathFigure(path.get());
+    return path;
+}
+
 void drawLine(GraphicsScope &scope, const OwnedPen &pen, float fromX, float fromY, float toX, float toY)
 {
     scope.note(GdipDrawLine(scope.graphics, pen.get(), fromX, fromY, toX, toY));
@@ -116,7 +128,7 @@ void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &out
 
 void paintPath(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, const OwnedPath &path)
 {
-    if (!path) return;  // GdipDrawPath may not look
+    if (!path) return;  // GdipDrawPath may not check it
     scope.note(GdipFillPath(scope.graphics, fill.get(), path.get()));
     scope.note(GdipDrawPath(scope.graphics, outline.get(), path.get()));
 }

@@ -1,6 +1,6 @@
 #pragma once
-// Owners of GDI+ objects, and nothing more: drawing calls the flat functions, so that the order of
-// painting can be read. A call that fails leaves a null, which later calls take and fail on quietly.
+// Owners of GDI+ objects and the few drawing calls that many marks share. If a creation fails the owner is
+// null, and later calls that take it fail quietly.
 #include <memory>
 
 #include "marks/random.h"
@@ -17,11 +17,10 @@ using OwnedFontFamily = std::unique_ptr<GpFontFamily, FreedBy<GdipDeleteFontFami
 using OwnedFont = std::unique_ptr<GpFont, FreedBy<GdipDeleteFont>>;
 using OwnedStringFormat = std::unique_ptr<GpStringFormat, FreedBy<GdipDeleteStringFormat>>;
 
-// An anti-aliased Graphics for one mark on one surface, gone at the mark's end. Coordinates are
-// surface-local.
+// An anti-aliased Graphics that lives for one mark on one surface, in surface-local coordinates.
 struct GraphicsScope {
     GpGraphics *graphics = nullptr;
-    GpStatus lastStatus = Ok;  // the last one that was not Ok; kept and never acted upon
+    GpStatus lastStatus = Ok;  // last status other than Ok; nothing acts on it
 
     explicit GraphicsScope(HDC dc);
     explicit GraphicsScope(const MonitorSurface &surface) : GraphicsScope(surface.canvasDC) {}
@@ -41,8 +40,8 @@ inline OwnedBrush solidBrush(MarkColor color, int alpha)
     return solidBrush(toArgb(color, alpha));
 }
 
-// Pens; widths are world units, which are pixels here. plainPen has flat ends; cappedPen has round ends;
-// strokePen has round ends and joins; dashCappedPen has round ends and dashes and keeps its join.
+// Widths are world units, which are pixels here. plainPen has flat ends; cappedPen has round ends;
+// strokePen has round ends and joins; dashCappedPen has round ends and dashes.
 OwnedPen plainPen(uint32_t argb, float width);
 OwnedPen joinedPen(uint32_t argb, float width);  // flat ends, round joins
 OwnedPen cappedPen(uint32_t argb, float width);
@@ -51,6 +50,9 @@ OwnedPen dashCappedPen(uint32_t argb, float width);
 
 // An empty path in alternate fill mode.
 OwnedPath newPath();
+
+// A closed rectangle whose corners are quarter circles.
+OwnedPath roundedRect(float left, float top, float right, float bottom, float radius);
 
 using Triangle = GpPointF[3];
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "clearing/actions.h"
+#include "marks/angles.h"
 #include "marks/primitives.h"
 #include "settings/language.h"
 
@@ -11,7 +12,7 @@
 static const int buttonWidth = 300;
 static const int buttonHeight = 178;
 static const int buttonPitch = buttonWidth + 20;
-static const int screenGap = 12;  // kept from the edges of the virtual screen
+static const int screenGap = 12;  // to the edges of the virtual screen
 
 static void addEntry(int left, int top, int id, std::wstring_view title, std::wstring_view subtitle)
 {
@@ -24,7 +25,7 @@ static void addEntry(int left, int top, int id, std::wstring_view title, std::ws
     menuEntries.push_back(entry);
 }
 
-// All buttons and that much around them.
+// The box of all buttons, grown by around.
 static RECT menuBounds(int around)
 {
     RECT bounds = {};
@@ -47,19 +48,19 @@ void openMenu(POINT point)
     menuOpen = true;
     menuEntries.clear();
     const int chance = randInt(0, 99);
-    const int button = chance < 40 ? 0 : chance < 85 ? 1 : 2;  // the one under the point
+    const int button = chance < 40 ? 0 : chance < 85 ? 1 : 2;  // the button under the point
     const VirtualScreen screen = virtualScreen();
     const int lowest = screen.left + screenGap;
     const int highest = screen.left + screen.width - screenGap;
     const int rowWidth = 2 * buttonPitch + buttonWidth;
     int left = int(point.x) - button * buttonPitch - buttonWidth / 2;
     left = std::max(left, lowest);
-    left = std::min(left, highest - rowWidth);  // on a narrow screen the right edge wins
+    left = std::min(left, highest - rowWidth);  // applied last: on a narrow screen the right edge wins
     int top = std::max(int(point.y) - buttonHeight / 2, screen.top + screenGap);
     top = std::min(top, screen.top + screen.height - screenGap - buttonHeight);
-    addEntry(left, top, 3, labels.doodleTitle, labels.doodleSubtitle);
-    addEntry(left + buttonPitch, top, 1, labels.stampTitle, labels.stampSubtitle);
-    addEntry(left + 2 * buttonPitch, top, 2, labels.eraserTitle, labels.eraserSubtitle);
+    addEntry(left, top, drawAction, labels.doodleTitle, labels.doodleSubtitle);
+    addEntry(left + buttonPitch, top, scatterAction, labels.stampTitle, labels.stampSubtitle);
+    addEntry(left + 2 * buttonPitch, top, wipeAction, labels.eraserTitle, labels.eraserSubtitle);
     for (const MonitorSurface &surface : surfaces) {
         if (!surface.hwnd || !meetsButton(surface.rect)) continue;
         HDC dc = GetDC(surface.hwnd);
@@ -75,14 +76,14 @@ void menuClick(POINT point)
     const auto hit = std::find_if(menuEntries.begin(), menuEntries.end(), [&](const MenuEntry &entry) {
         return PtInRect(&entry.rect, point) != FALSE;
     });
-    const RECT bounds = menuBounds(28);  // a little more than the backdrop
+    const RECT bounds = menuBounds(28);  // a little more than drawMenu's backdrop
     menuOpen = false;
     for (const MonitorSurface &surface : surfaces) {
         RECT part = {};
         if (!surface.hwnd || !IntersectRect(&part, &bounds, &surface.rect)) continue;
         OffsetRect(&part, -surface.rect.left, -surface.rect.top);
         InvalidateRect(surface.hwnd, &part, FALSE);
-        UpdateWindow(surface.hwnd);  // gone before the action begins
+        UpdateWindow(surface.hwnd);  // the menu is gone before the action starts
     }
     if (hit != menuEntries.end()) startAction(hit->id);
 }
@@ -95,24 +96,12 @@ void dropMenu()
         invalidateWhole(surface);
 }
 
-static OwnedPath roundedRect(float left, float top, float right, float bottom, float radius)
-{
-    const float d = 2.0f * radius;
-    OwnedPath path = newPath();
-    GdipAddPathArc(path.get(), left, top, d, d, 180.0f, 90.0f);
-    GdipAddPathArc(path.get(), right - d, top, d, d, 270.0f, 90.0f);
-    GdipAddPathArc(path.get(), right - d, bottom - d, d, d, 0.0f, 90.0f);
-    GdipAddPathArc(path.get(), left, bottom - d, d, d, 90.0f, 90.0f);
-    GdipClosePathFigure(path.get());
-    return path;
-}
-
 // A star with a small heart at its side.
 static void drawStampIcon(GraphicsScope &scope, const OwnedBrush &white, float x, float y)
 {
     GpPointF star[10];
     for (int i = 0; i < 10; ++i) {
-        const float angle = float(i) * 3.1415927f / 5.0f - 3.1415927f / 2.0f;
+        const float angle = float(i) * pi / 5.0f - pi / 2.0f;
         const float radius = i % 2 == 0 ? 19.0f : 8.0f;
         star[i] = {x + cosf(angle) * radius, y + sinf(angle) * radius};
     }
@@ -144,13 +133,13 @@ static void drawIcon(GraphicsScope &scope, int id, float x, float y)
 {
     const OwnedBrush white = solidBrush(0xF0FFFFFF);
     switch (id) {
-    case 1: drawStampIcon(scope, white, x, y); break;
-    case 2: drawEraserIcon(scope, white, x, y); break;
-    case 3: drawDoodleIcon(scope, x, y); break;
+    case scatterAction: drawStampIcon(scope, white, x, y); break;
+    case wipeAction: drawEraserIcon(scope, white, x, y); break;
+    case drawAction: drawDoodleIcon(scope, x, y); break;
     }
 }
 
-// A family that is missing leaves the fonts null: then no text appears, and nothing else changes.
+// Null fonts if the family is missing: the menu then has no text.
 struct MenuFonts {
     OwnedFontFamily family;
     OwnedFont title, subtitle;

@@ -10,22 +10,22 @@
 
 struct MenuEntry {
     RECT rect = {};  // virtual-screen coordinates
-    int id = 0;      // the action it starts, 1 to 3
+    int id = 0;      // the TimedAction it starts
     std::wstring_view title;
     std::wstring_view subtitle;
     MarkColor color = 0;
 };
 
-inline std::vector<MenuEntry> menuEntries;  // from left to right; stays when the menu closes
+inline std::vector<MenuEntry> menuEntries;  // from left to right; not emptied when the menu closes
 
 // Opens the menu near the point and paints it at once.
 void openMenu(POINT point);
 
-// Closes the menu and starts what was hit, if a button was. Nothing happens while it is closed.
+// Closes an open menu and starts the action of the button that was hit, if any.
 void menuClick(POINT point);
 
-// Closes the menu and starts nothing.
+// Closes the menu without an action.
 void dropMenu();
 
-// Paints the menu, if open, on a device context whose origin is the upper left corner of rect.
+// Paints an open menu. The origin of dc is the upper left corner of rect (virtual-screen coordinates).
 void drawMenu(HDC dc, const RECT &rect);
