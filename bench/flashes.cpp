@@ -18,7 +18,7 @@
 
 #include "clearing/actions.h"
 #include "clearing/wipes.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/walker.h"
 #include "shell/painting.h"
 #include "shell/window_proc.h"

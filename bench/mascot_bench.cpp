@@ -4,7 +4,7 @@
 
 #include "desk.h"
 #include "figures.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/sprites.h"
 #include "shell/painting.h"
 

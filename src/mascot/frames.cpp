@@ -14,12 +14,12 @@
 #include "mascot/pixels.h"
 #include "shell/base/files.h"
 
-// Poses that stand in for a missing one, the likeliest first.
+// Pictures that replace a missing one, in this order.
 static constexpr const wchar_t *fallbackNames[] = {L"start", L"clean",  L"pick", L"bubble", L"spot",
                                                    L"board", L"puzzle", L"say",  L"pop"};
 
-// One byte for each pixel and a rim of one around them, so that every pixel has eight neighbours: three
-// passes over four frames are a good part of the time until the first window shows.
+// One byte per pixel with a border of one, so that every pixel has eight neighbours without a test: the
+// passes take much of the start-up time.
 struct PixelMask {
     std::vector<uint8_t> bytes;
     size_t stride;  // from a pixel to the one below
@@ -38,7 +38,7 @@ struct PixelMask {
     }
 };
 
-// The mask of the pixels whose alpha is at least this; the rim is 0.
+// Marks the pixels with at least this alpha; the border is 0.
 static PixelMask maskOf(const LockedPixels &pixels, uint8_t leastAlpha)
 {
     PixelMask mask(pixels);
@@ -49,18 +49,17 @@ static PixelMask maskOf(const LockedPixels &pixels, uint8_t leastAlpha)
     return mask;
 }
 
-// A stretch of one row whose pixels belong to a blob, and a run that the same blob is known by; a run that
-// is its own knows the blob's size.
+// A horizontal run of pixels in a union-find; the root holds the size of the blob.
 struct Run {
     int y, first, last;
-    size_t known;
+    size_t parent;
     size_t size;
 };
 
 static size_t rootOf(std::vector<Run> &runs, size_t run)
 {
-    while (runs[run].known != run)
-        run = runs[run].known = runs[runs[run].known].known;
+    while (runs[run].parent != run)
+        run = runs[run].parent = runs[runs[run].parent].parent;
     return run;
 }
 
@@ -70,15 +69,15 @@ static void join(std::vector<Run> &runs, size_t a, size_t b)
     b = rootOf(runs, b);
     if (a == b) return;
     runs[a].size += runs[b].size;
-    runs[b].known = a;
+    runs[b].parent = a;
 }
 
-// The runs of all rows, those that touch joined. They touch at corners too.
+// The runs of all rows, joined where they touch, also at corners.
 static std::vector<Run> blobRuns(const LockedPixels &pixels)
 {
     std::vector<Run> runs;
-    size_t above = 0;     // the row above: the runs from here
-    size_t rowBegin = 0;  // to here
+    size_t above = 0;     // the first run of the row above
+    size_t rowBegin = 0;  // the first run of this row
     for (int y = 0; y < pixels.height; ++y) {
         size_t candidate = above;
         for (int x = 0; x < pixels.width; ++x) {
@@ -108,7 +107,7 @@ void removeSpecks(ImageFrame &frame)
     std::vector<Run> runs = blobRuns(pixels);
     size_t largest = 0;
     for (const Run &run : runs)
-        largest = std::max(largest, run.size);  // that of a whole blob is in one of its runs
+        largest = std::max(largest, run.size);  // the root has the size of the whole blob
     const size_t sizeFloor = std::max<size_t>(size_t(pixels.width) * size_t(pixels.height) / 16000, 24);
     const size_t limit = std::max(sizeFloor, largest / 40);
     for (size_t i = 0; i < runs.size(); ++i) {
@@ -123,8 +122,7 @@ void softenOutline(ImageFrame &frame)
     if (pixels.status != Ok) frame.lastStatus = pixels.status;
     if (pixels.width < 2 || pixels.height < 2) return;
 
-    // The neighbours are read from a mask made before: a softened pixel must not count as transparent for
-    // the next.
+    // The mask is made first, because a softened pixel must not count as transparent for its neighbours.
     const PixelMask solid = maskOf(pixels, 24);
     for (int y = 0; y < pixels.height; ++y) {
         for (int x = 0; x < pixels.width; ++x) {
@@ -143,7 +141,7 @@ void softenOutline(ImageFrame &frame)
     }
 }
 
-// Gives a pixel the mean colour of its coloured neighbours, of which there is one at least.
+// Gives a pixel the mean colour of its coloured neighbours; it has at least one.
 static void takeColour(const LockedPixels &pixels, const PixelMask &coloured, size_t index)
 {
     int blue = 0;
@@ -159,7 +157,7 @@ static void takeColour(const LockedPixels &pixels, const PixelMask &coloured, si
         ++count;
     }
     uint8_t *pixel = pixels.at(coloured.xOf(index), coloured.yOf(index));
-    pixel[0] = uint8_t(blue / count);  // NOLINT(clang-analyzer-core.DivideZero): there was one at least
+    pixel[0] = uint8_t(blue / count);  // NOLINT(clang-analyzer-core.DivideZero): it has at least one
     pixel[1] = uint8_t(green / count);
     pixel[2] = uint8_t(red / count);
 }
@@ -171,7 +169,7 @@ void bleedColour(ImageFrame &frame)
     if (pixels.width < 3 || pixels.height < 3) return;
 
     PixelMask coloured = maskOf(pixels, 16);
-    PixelMask waiting(pixels);  // may get a colour in this pass; never the rim
+    PixelMask waiting(pixels);  // will get a colour in the next pass; never the border
     std::vector<size_t> candidates;
     const auto askNeighbours = [&](size_t index) {
         for (const size_t beside : coloured.neighbours(index)) {
@@ -198,7 +196,7 @@ void bleedColour(ImageFrame &frame)
     }
 }
 
-// A copy that can be locked and does not hold the file; null if it could not be made.
+// A copy that can be locked and does not keep the file open; null on failure.
 static OwnedBitmap copyOf(GpImage *image)
 {
     UINT imageWidth = 0;
@@ -267,7 +265,7 @@ std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path)
         softenOutline(*cleaned);
         bleedColour(*cleaned);
     } catch (const std::bad_alloc &) {
-        cleaned->lastStatus = OutOfMemory;  // a giant picture is shown as far as it was cleaned
+        cleaned->lastStatus = OutOfMemory;  // a giant picture is shown as far as it is cleaned
     }
     return cleaned;
 }

@@ -1,5 +1,5 @@
 #pragma once
-// The mascot's pictures: optional PNG files beside the program, cleaned when they load.
+// The mascot's pictures: optional PNG files beside the program, cleaned on loading.
 #include <memory>
 #include <string>
 
@@ -7,7 +7,7 @@
 
 struct ImageFrame {
     GpImage *image = nullptr;
-    GpStatus lastStatus = Ok;  // of the last pass that could not clean it; the frame is used all the same
+    GpStatus lastStatus = Ok;  // of the last pass that failed; the frame is used anyway
 
     explicit ImageFrame(GpImage *owned) : image(owned) {}
     ~ImageFrame() { GdipDisposeImage(image); }
@@ -15,29 +15,30 @@ struct ImageFrame {
     ImageFrame &operator=(const ImageFrame &) = delete;
 };
 
-// Each holds a frame or nothing. Plain pointers: unloadMascotFrames frees them before GDI+ shuts down,
-// which a static destructor would come too late for.
+// Null if there is no such picture. Plain pointers, freed by unloadMascotFrames: static destructors would run
+// after GDI+ is shut down.
 inline ImageFrame *bubbleFrame = nullptr;
-inline ImageFrame *mainFrame = nullptr;  // of walking, and the default
+inline ImageFrame *mainFrame = nullptr;  // walking, and the default
 inline ImageFrame *happyFrame = nullptr;
 inline ImageFrame *cheerFrame = nullptr;
 
-// Windows has a function of this name, so uses say "struct".
+// Windows has a function of this name, so uses need "struct".
 struct FrameRect {
     float x, y, width, height;
 };
 
-// Drops the old frames and fills the four slots from the folder; a missing file leaves its slot empty.
+// Replaces the frames by those of the folder; a slot without a file stays empty.
 void loadMascotFrames(const std::wstring &folder);
 void unloadMascotFrames();
 
 // Loads and cleans one file; null if it does not exist, cannot be read or has more than 4096 pixels a side.
 std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path);
 
-// Where a frame stands whose bottom centre is (x, y), height pixels high (40 at least), moved by bob.
+// The rectangle of a frame with its bottom centre at (x, y), height pixels high (at least 40), moved down by
+// bob pixels.
 struct FrameRect frameRect(const ImageFrame *frame, float x, float y, float height, float bob);
 
-// The three passes of loadFrameFile, on a 32-bit ARGB bitmap; one that cannot lock it does nothing.
-void removeSpecks(ImageFrame &frame);   // small islands beside the figure become transparent
-void softenOutline(ImageFrame &frame);  // the dark opaque rim of a cut-out becomes partly transparent
-void bleedColour(ImageFrame &frame);    // transparent pixels beside the figure take its colour
+// The three passes of loadFrameFile, on a 32-bit ARGB bitmap. A pass that cannot lock it does nothing.
+void removeSpecks(ImageFrame &frame);   // makes small islands beside the figure transparent
+void softenOutline(ImageFrame &frame);  // makes the dark opaque rim of a cut-out partly transparent
+void bleedColour(ImageFrame &frame);    // gives its colour to transparent pixels beside the figure

@@ -1,5 +1,5 @@
 #pragma once
-// 32-bit bitmaps of GDI+ and their pixels in memory.
+// 32-bit GDI+ bitmaps and access to their pixels.
 #include <cstdint>
 
 #include "marks/gdi_plus.h"
@@ -9,8 +9,7 @@ using OwnedBitmap = std::unique_ptr<GpBitmap, FreedBy<GdipDisposeImage>>;
 // A 32-bit ARGB bitmap of at least 1 by 1 pixels; null when GDI+ refuses.
 OwnedBitmap newBitmap(int width, int height);
 
-// The whole bitmap locked for reading and writing, as long as this lives. Without a lock there are no
-// pixels: width and height are 0.
+// Locks the whole bitmap for reading and writing. If that fails, width and height are 0.
 struct LockedPixels {
     GpBitmap *bitmap = nullptr;
     BitmapData data = {};

@@ -3,17 +3,18 @@
 #include <cmath>
 #include <cstdint>
 
+#include "marks/angles.h"
 #include "mascot/pixels.h"
 
 static const uint32_t rimWhite = 0xE6FFFFFF;
 
-// One pixel as AlphaBlend takes it: 0xAARRGGBB, the channels multiplied by the alpha.
+// A pixel for AlphaBlend: 0xAARRGGBB, the channels multiplied by alpha.
 static uint32_t premultiplied(int red, int green, int blue, int alpha)
 {
     return toArgb(markColor(red * alpha / 255, green * alpha / 255, blue * alpha / 255), alpha);
 }
 
-// Creates the sprite's bitmap, transparent; null if that fails, else its pixels, row by row from the top.
+// Creates a transparent bitmap and returns its pixels, row by row from the top; null on failure.
 static uint32_t *newSprite(Sprite &sprite, int size)
 {
     BITMAPINFO info = {};
@@ -34,7 +35,7 @@ static int whitened(int channel, float heat)
     return int(float(channel) + float(255 - channel) * heat * heat * 0.85f);
 }
 
-// A soft ball of light, white in its core.
+// A soft ball of light with a white core.
 static void buildGlow(Sprite &sprite, MarkColor color)
 {
     const int size = 48;
@@ -57,7 +58,7 @@ static void fillStar(GpGraphics *graphics, float centre, float radius, uint32_t 
 {
     GpPointF corners[10];
     for (int i = 0; i < 10; ++i) {
-        const float angle = float(i) * 3.1415927f / 5.0f - 1.5707964f;
+        const float angle = float(i) * pi / 5.0f - pi / 2.0f;
         const float reach = i % 2 == 0 ? radius : radius * 0.45f;
         corners[i].X = centre + cosf(angle) * reach;
         corners[i].Y = centre + sinf(angle) * reach;
@@ -79,8 +80,8 @@ static void fillHeart(GpGraphics *graphics, float centre, float s, uint32_t argb
     GdipFillPath(graphics, solidBrush(argb).get(), heart.get());
 }
 
-// The shape twice, first a little larger in white: a rim that shows on every background. GDI+ draws with
-// plain alpha, so the picture is multiplied on its way into the sprite.
+// The shape on a slightly larger white one, whose rim is visible on every background. GDI+ draws with
+// straight alpha, so the pixels are premultiplied as they are copied into the sprite.
 static void buildShape(Sprite &sprite, MarkColor color,
                        void (*fillShape)(GpGraphics *, float, float, uint32_t), float rimSize,
                        float innerSize)

@@ -1,5 +1,5 @@
 #pragma once
-// The sparks' pictures, made once: blitting them is far cheaper than drawing up to 520 shapes.
+// The pictures of the sparks, made once: blitting is far cheaper than drawing up to 520 shapes.
 #include <array>
 
 #include "marks/random.h"
@@ -9,12 +9,8 @@ struct Sprite {
     HBITMAP bitmap = nullptr;  // 32-bit, top-down, premultiplied alpha; null if it could not be made
     int size = 0;              // pixels, square
 };
-inline constexpr int showColors = 8;
-inline std::array<Sprite, showColors> glowSprites, starSprites, heartSprites;
-inline HDC spriteDC = nullptr;  // selects each sprite in turn for drawing
-
 // Indexed by a rocket's kind and a spark's colour.
-inline constexpr std::array<MarkColor, showColors> showPalette = {
+inline constexpr std::array<MarkColor, 8> showPalette = {
     0x8C52FF,  // rose
     0x2896FF,  // orange
     0x3CD6FF,  // yellow
@@ -24,7 +20,9 @@ inline constexpr std::array<MarkColor, showColors> showPalette = {
     0xBE69FF,  // pink
     0xC3E65A,  // mint
 };
+inline std::array<Sprite, showPalette.size()> glowSprites, starSprites, heartSprites;
+inline HDC spriteDC = nullptr;  // selects each sprite in turn
 
-void buildSprites();  // returns at once if they exist
-void freeSprites();   // none of them may be selected
+void buildSprites();  // does nothing if they exist
+void freeSprites();   // none may be selected
 void freeSpriteDC();

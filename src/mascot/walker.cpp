@@ -3,11 +3,11 @@
 #include <cmath>
 #include <string>
 
+#include "marks/angles.h"
 #include "marks/primitives.h"
 #include "mascot/frames.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/sprites.h"
-#include "menu/menu.h"
 #include "shell/base/files.h"
 #include "sound/playback.h"
 
@@ -44,7 +44,7 @@ void initMascot()
     rockets.reserve(8);
     sparks.reserve(maxSparks);
     if (mascotEnabled) {
-        scheduleWalk(25000, 55000);  // replaced at once; the draw stays, for it moves the generator
+        scheduleWalk(25000, 55000);  // replaced at once; the draw keeps the random sequence
         scheduleWalk(4000, 9000);
     }
     startPrimaryTimer(13, 33);
@@ -59,14 +59,14 @@ void shutdownMascot()
     mascotEnabled = walkerActive = walkerClicked = peekEnabled = peekDone = walkerRectValid = false;
     nextWalkTick = leanClock = 0;
     walkerX = walkerY = walkerPhase = leanAngle = leanX = leanY = peekX = 0.0f;
-    walkerDir = 1.0f;
-    walkerSpeed = 9.0f;
-    walkerSize = 200.0f;
-    leanStage = 0;
+    walkerDir = walkerStartDir;
+    walkerSpeed = walkerStartSpeed;
+    walkerSize = walkerStartSize;
+    leanStage = walking;
     walkerRect = {};
 }
 
-// What the penguin covers as it stands and leans now, and what it covered before.
+// Invalidates what the penguin covers now and what it covered before.
 static void invalidateWalker()
 {
     const float k = std::min(fabsf(leanAngle) / 90.0f, 1.0f);
@@ -95,7 +95,7 @@ static void startWalk(const MonitorSurface &surface)
     walkerX = side == 0 ? float(surface.rect.left) - outside : float(surface.rect.right) + outside;
     walkerActive = true;
     walkerRectValid = false;
-    leanStage = 0;
+    leanStage = walking;
     leanAngle = leanX = leanY = 0.0f;
     peekDone = false;
     peekEnabled = randInt(0, 99) < 35;
@@ -121,7 +121,7 @@ static void walkOn()
     const bool atPeek = walkerDir > 0.0f ? walkerX >= peekX : walkerX <= peekX;
     if (peekEnabled && !peekDone && atPeek) {
         peekDone = true;
-        leanStage = 1;
+        leanStage = leaning;
         leanClock = GetTickCount();
         return;
     }
@@ -139,22 +139,22 @@ static void setLean(float share)
     leanY = walkerSize * 0.05f * share;
 }
 
-// The bow: down in 420 ms, held for 900, up in 420, then a short wobble.
+// The bow: down in 420 ms, held for 900 ms, up in 420 ms, then a short wobble.
 static void leanOn()
 {
     const DWORD now = GetTickCount();
     const DWORD t = now - leanClock;
-    if (leanStage == 1) {
+    if (leanStage == leaning) {
         const float u = float(std::min<DWORD>(t, 420)) / 420.0f;
         setLean(u * u);
         if (t >= 420) {
-            leanStage = 2;
+            leanStage = holding;
             leanClock = now;
         }
-    } else if (leanStage == 2) {
+    } else if (leanStage == holding) {
         setLean(1.0f);
         if (t > 899) {
-            leanStage = 3;
+            leanStage = returning;
             leanClock = now;
         }
     } else if (t < 420) {
@@ -164,9 +164,9 @@ static void leanOn()
         setLean(0.0f);
         if (t < 640) {
             const float w = float(t - 420) / 220.0f;
-            leanAngle = sinf(w * 3.1415927f * 4.0f) * 5.0f * (1.0f - w);
+            leanAngle = sinf(w * pi * 4.0f) * 5.0f * (1.0f - w);
         } else {
-            leanStage = 0;
+            leanStage = walking;
         }
     }
     invalidateWalker();
@@ -175,9 +175,9 @@ static void leanOn()
 void mascotWalkTick()
 {
     if (!mascotEnabled || surfaces.empty() || walkerClicked) return;
-    if (showActive || !rockets.empty() || !sparks.empty()) return;
+    if (showAlive()) return;
     if (walkerActive) {
-        if (leanStage != 0) {
+        if (leanStage != walking) {
             leanOn();
         } else {
             walkOn();
@@ -203,9 +203,9 @@ static const ImageFrame *firstFrame()
 
 static const ImageFrame *frameOf(int state)
 {
-    if (state == 1 && bubbleFrame) return bubbleFrame;
-    if (state == 2 && happyFrame) return happyFrame;
-    if (state == 3 && cheerFrame) return cheerFrame;
+    if (state == bubblePose && bubbleFrame) return bubbleFrame;
+    if (state == happyPose && happyFrame) return happyFrame;
+    if (state == cheerPose && cheerFrame) return cheerFrame;
     return firstFrame();
 }
 
@@ -224,7 +224,7 @@ bool mascotHit(POINT point)
     return true;
 }
 
-// The picture as it is, with every alpha multiplied.
+// Draws the image with its alpha channel multiplied by alpha.
 static void drawFaded(GraphicsScope &scope, GpImage *image, const struct FrameRect &rect, float alpha)
 {
     const ColorMatrix matrix = {{{1.0f, 0.0f, 0.0f, 0.0f, 0.0f},
@@ -295,7 +295,7 @@ void drawWalker(HDC dc, const MonitorSurface &surface, int originX, int originY)
     record.y = walkerY + leanY - float(surface.rect.top) - float(originY);
     record.height = walkerSize;
     record.mirrored = walkerDir < 0.0f;
-    record.bob = leanStage == 0 ? sinf(walkerPhase) * 5.0f : 0.0f;
+    record.bob = leanStage == walking ? sinf(walkerPhase) * 5.0f : 0.0f;
     GraphicsScope scope(dc);
     GdipTranslateWorldTransform(scope.graphics, record.x, record.y, MatrixOrderPrepend);
     GdipRotateWorldTransform(scope.graphics, leanAngle, MatrixOrderPrepend);

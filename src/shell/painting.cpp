@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "marks/cursor_pen.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/walker.h"
 #include "menu/menu.h"
 

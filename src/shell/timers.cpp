@@ -4,7 +4,7 @@
 #include "hint/idle.h"
 #include "hint/panel.h"
 #include "marks/key_reactions.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/walker.h"
 #include "saving/auto_save.h"
 #include "shell/base/keys.h"

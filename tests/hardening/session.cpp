@@ -23,7 +23,7 @@
 #include "clearing/wipes.h"
 #include "hint/panel.h"
 #include "marks/key_reactions.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/walker.h"
 #include "menu/menu.h"
 #include "saving/save_dialog.h"

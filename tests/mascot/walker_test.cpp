@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "mascot/pictures.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/sprites.h"
 #include "menu/menu.h"
 

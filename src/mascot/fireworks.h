@@ -1,13 +1,13 @@
 #pragma once
-// Fireworks across the whole virtual screen. The show changes the rest of the program only through
-// PenguinHost, and is painted over the canvases like the penguin.
+// The fireworks show, across the whole virtual screen. It acts on the rest of the program only through
+// PenguinHost, and it is painted over the windows like the penguin.
 #include <cstdint>
 #include <vector>
 
 #include "shell/base/windows_api.h"
 
 struct PenguinHost {
-    void *context = nullptr;  // handed to each callback; always null
+    void *context = nullptr;  // passed to each callback; always null
     int (*random)(void *context, int lo, int hi) = nullptr;
     void (*startTimer)(void *context) = nullptr;
     void (*stopTimer)(void *context) = nullptr;
@@ -21,12 +21,13 @@ inline PenguinHost penguinHost;
 // Virtual-screen coordinates, pixels and pixels per tick.
 struct Rocket {
     float x, y, vy, targetY;
-    int32_t kind;  // 0 to 7, index of its colour
+    int32_t kind;  // its colour, an index of showPalette
 };
+enum SparkShape { glowSpark, starSpark, heartSpark };
 struct Spark {
     float x, y, vx, vy, life, maxLife;  // life in ticks
-    int32_t color;                      // 0 to 7
-    int32_t shape;                      // 0 glow, 1 star, 2 heart
+    int32_t color;                      // an index of showPalette
+    int32_t shape;                      // a SparkShape
     float size;
 };
 inline constexpr size_t maxSparks = 520;
@@ -34,18 +35,24 @@ inline constexpr size_t maxSparks = 520;
 inline std::vector<Rocket> rockets;
 inline std::vector<Spark> sparks;
 inline bool showActive = false;
-inline int showTicks = 0;
-inline RECT showRect = {};  // virtual-screen; what the last tick invalidated
+inline int showTicks = 0;   // since the show began
+inline RECT showRect = {};  // what the last tick covered, virtual-screen coordinates
 inline bool showRectValid = false;
 
-// Starts the fireworks, the first rocket at clickX; a running show is replaced.
+// Whether the show runs or anything of it is left.
+inline bool showAlive()
+{
+    return showActive || !rockets.empty() || !sparks.empty();
+}
+
+// Starts the fireworks, with the first rocket at clickX; replaces a running show.
 void startShow(float clickX);
 
-// Ends the show; notify tells the host, if anything was alive.
+// Ends the show. If anything was alive and notify is set, calls showFinished.
 void stopShow(bool notify);
 
-// Timer 12, every 16 ms.
+// Timer 12, every 16 ms: one step of everything alive.
 void showTick();
 
-// Paints rockets and sparks on dc, whose origin is (originX, originY) in the surface's coordinates.
+// Paints rockets and sparks. The origin of dc is (originX, originY) in surface-local coordinates.
 void drawShow(HDC dc, int surfaceLeft, int surfaceTop, int width, int height, int originX, int originY);

@@ -1,4 +1,4 @@
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 
 #include <gtest/gtest.h>
 

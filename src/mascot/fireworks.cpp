@@ -1,7 +1,8 @@
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 
 #include <cmath>
 
+#include "marks/angles.h"
 #include "marks/gdi_plus.h"
 #include "mascot/sprites.h"
 #include "shell/base/surfaces.h"
@@ -19,11 +20,6 @@ static void hostInvalidate(const RECT &rect)
 static void hostCall(void (*callback)(void *context))
 {
     if (callback) callback(penguinHost.context);
-}
-
-static bool showAlive()
-{
-    return showActive || !rockets.empty() || !sparks.empty();
 }
 
 void startShow(float clickX)
@@ -66,12 +62,12 @@ void stopShow(bool notify)
     if (wasAlive && notify) hostCall(penguinHost.showFinished);
 }
 
-// One spark of the main burst, its draws in order. i of count places it on the ring.
+// One spark of the main burst; i of count is its place on the ring.
 static Spark burstSpark(const Rocket &rocket, int i, int count, float power, float base, int burstColor)
 {
     const int sway = hostRandom(-12, 12);
-    const float angle = float(i) * 6.2831855f / float(count) + base + float(sway) / 100.0f;
-    const float scale = i % 3 == 0 ? 0.55f : 1.0f;  // every third spark belongs to an inner ring
+    const float angle = float(i) * tau / float(count) + base + float(sway) / 100.0f;
+    const float scale = i % 3 == 0 ? 0.55f : 1.0f;  // every third spark is in an inner ring
     const int push = hostRandom(0, 60);
     const float speed = (float(push) / 100.0f + 0.55f) * scale * (power / 10.0f);
     Spark spark = {};
@@ -83,13 +79,13 @@ static Spark burstSpark(const Rocket &rocket, int i, int count, float power, flo
     spark.maxLife = spark.life;
     const int shapeDraw = hostRandom(0, 9);
     if (shapeDraw < 3) {
-        spark.shape = 1;
+        spark.shape = starSpark;
         spark.size = float(hostRandom(18, 34));
     } else if (shapeDraw == 3) {
-        spark.shape = 2;
+        spark.shape = heartSpark;
         spark.size = float(hostRandom(18, 34));
     } else {
-        spark.shape = 0;
+        spark.shape = glowSpark;
         spark.size = float(hostRandom(7, 15));
     }
     const int colorDraw = hostRandom(0, 9);
@@ -99,7 +95,7 @@ static Spark burstSpark(const Rocket &rocket, int i, int count, float power, flo
     return spark;
 }
 
-// A large glow that lights the middle of a burst for a moment.
+// A large, short glow in the middle of a burst.
 static Spark flashSpark(const Rocket &rocket)
 {
     const int turn = hostRandom(0, 628);
@@ -135,7 +131,7 @@ static void explodeRocket(const Rocket &rocket)
     hostCall(penguinHost.playMascotChatter);
 }
 
-// The least box around points, in virtual-screen pixels.
+// The bounding box of points, in virtual-screen pixels.
 struct Bounds {
     float left = HUGE_VALF, top = HUGE_VALF, right = -HUGE_VALF, bottom = -HUGE_VALF;
 
@@ -205,8 +201,8 @@ static void drawRocket(GraphicsScope &scope, const Rocket &rocket, float x, floa
 static const Sprite &spriteOf(const Spark &spark)
 {
     const size_t color = size_t(spark.color);
-    if (spark.shape == 1) return starSprites[color];
-    if (spark.shape == 2) return heartSprites[color];
+    if (spark.shape == starSpark) return starSprites[color];
+    if (spark.shape == heartSpark) return heartSprites[color];
     return glowSprites[color];
 }
 
@@ -216,7 +212,7 @@ static void drawSpark(HDC dc, const Spark &spark, int x, int y)
     const int alpha = int(std::min(share * 2.6f, 1.0f) * 255.0f);  // full until 38 % of its life is left
     const Sprite &sprite = spriteOf(spark);
     if (alpha == 0 || !sprite.bitmap) return;
-    const float reach = spark.shape == 0 ? spark.size * 1.7f : spark.size * 1.25f;
+    const float reach = spark.shape == glowSpark ? spark.size * 1.7f : spark.size * 1.25f;
     const int side = std::max(2, int(reach + reach));
     const BLENDFUNCTION blend = {AC_SRC_OVER, 0, BYTE(alpha), AC_SRC_ALPHA};
     SelectObject(spriteDC, sprite.bitmap);
@@ -226,7 +222,7 @@ static void drawSpark(HDC dc, const Spark &spark, int x, int y)
 void drawShow(HDC dc, int surfaceLeft, int surfaceTop, int width, int height, int originX, int originY)
 {
     if (!showAlive()) return;
-    // In the surface's coordinates, far edges included.
+    // x and y are surface-local; the far edges are included.
     const auto inView = [&](float x, float y) {
         return x >= -40.0f && y >= -40.0f && x <= float(width + 40) && y <= float(height + 40);
     };
@@ -242,7 +238,7 @@ void drawShow(HDC dc, int surfaceLeft, int surfaceTop, int width, int height, in
     for (const Spark &spark : sparks) {
         const float x = spark.x - float(surfaceLeft);
         const float y = spark.y - float(surfaceTop);
-        // Truncated before the origin is taken off: a spark stands on the same pixel in every repaint.
+        // Truncated before the origin is subtracted, so that a spark has the same pixels in every repaint.
         if (inView(x, y)) drawSpark(dc, spark, int(x) - originX, int(y) - originY);
     }
     SelectObject(spriteDC, before);
