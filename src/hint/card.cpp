@@ -9,12 +9,12 @@
 // Pixels.
 static constexpr float cardTop = 20.0f;
 static constexpr float sideMargin = 18.0f;
-static constexpr float endMargin = 14.0f;     // above the first text and below the last
-static constexpr float textGap = 8.0f;        // below each text, and below the divider
-static constexpr float dividerGap = 12.0f;    // above the divider
-static constexpr float boxSide = 18.0f;       // of the checkbox
-static constexpr float labelOffset = 26.0f;   // from the left of the checkbox to its label
-static constexpr float cornerSquare = 32.0f;  // twice the radius of a corner
+static constexpr float endMargin = 14.0f;    // above the first text and below the last
+static constexpr float textGap = 8.0f;       // below each text, and below the divider
+static constexpr float dividerGap = 12.0f;   // above the divider
+static constexpr float boxSide = 18.0f;      // of the checkbox
+static constexpr float labelOffset = 26.0f;  // from the left of the checkbox to its label
+static constexpr float cornerRadius = 16.0f;
 
 static constexpr ARGB noteColor = 0xDCDCE0EB;
 
@@ -128,15 +128,9 @@ bool measureHintPanel(GpGraphics *graphics, int width, int height, RectF &rect)
 
 static void drawCard(GpGraphics *graphics, const RectF &card)
 {
-    const float right = card.X + card.Width - cornerSquare;
-    const float bottom = card.Y + card.Height - cornerSquare;
-    const OwnedPath path = newPath();
+    const OwnedPath path =
+        roundedRect(card.X, card.Y, card.X + card.Width, card.Y + card.Height, cornerRadius);
     if (!path) return;  // GdipDrawPath may not check for null
-    GdipAddPathArc(path.get(), card.X, card.Y, cornerSquare, cornerSquare, 180.0f, 90.0f);
-    GdipAddPathArc(path.get(), right, card.Y, cornerSquare, cornerSquare, 270.0f, 90.0f);
-    GdipAddPathArc(path.get(), right, bottom, cornerSquare, cornerSquare, 0.0f, 90.0f);
-    GdipAddPathArc(path.get(), card.X, bottom, cornerSquare, cornerSquare, 90.0f, 90.0f);
-    GdipClosePathFigure(path.get());
     const OwnedBrush fill = solidBrush(0xD2181C2Cu);
     const OwnedPen outline = plainPen(0xDCFFFFFF, 2.0f);
     GdipFillPath(graphics, fill.get(), path.get());

@@ -1,6 +1,6 @@
 #pragma once
-// Three large buttons for grown-ups. The menu exists only on the way to the screen: it is painted over
-// the canvases and never into them. Points are virtual-screen points.
+// Three large buttons for grown-ups, painted over the windows and never into a canvas. Points are
+// virtual-screen points.
 #include <string_view>
 #include <vector>
 
