@@ -58,7 +58,8 @@ sound_card() {
     helpers+=($!)
 }
 
-# desktop X,Y,WIDTH,HEIGHT...: the monitors, the primary one (at 0,0) first.
+# desktop X,Y,WIDTH,HEIGHT...: the monitors, the primary one (at 0,0) first. With screen_file=1 and one monitor
+# the screen's pixels are in the file $work/Xvfb_screen0 all the time.
 desktop() {
     local box left=0 top_edge=0 moved=()
     monitors=$#
@@ -73,7 +74,8 @@ desktop() {
     done
     mkfifo "$work/number"
     if [ $# = 1 ]; then
-        Xvfb -displayfd 3 -screen 0 "${bw}x${bh}x24" -nolisten tcp 3>"$work/number" >/dev/null 2>&1 &
+        Xvfb -displayfd 3 -screen 0 "${bw}x${bh}x24" -nolisten tcp ${screen_file:+-fbdir "$work"} \
+            3>"$work/number" >/dev/null 2>&1 &
     else
         Xvnc -displayfd 3 -geometry 1280x800 -depth 24 -SecurityTypes None -rfbport -1 \
             -rfbunixpath "$work/screens" 3>"$work/number" >/dev/null 2>&1 &
