@@ -57,6 +57,11 @@ clang++                                     clang
 /usr/share/doc/libclang-rt-dev              libclang-rt-dev
 T
     ;;
+    page) cat <<'T'
+chromium                                    chromium
+chromedriver                                chromium-driver
+T
+    ;;
     pack) cat <<'T'
 makensis                                    nsis
 zip                                         zip
