@@ -4,6 +4,7 @@
 Target amd64-unicode
 Unicode true
 !define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Zubbly"
+!define MENU "$SMPROGRAMS\Zubbly"
 !define DATA "$APPDATA\norvanta\Zubworks\Zubbly"
 SetCompressor /SOLID lzma
 RequestExecutionLevel user
@@ -36,22 +37,32 @@ VIAddVersionKey "LegalCopyright" "The Zubbly authors"
 !insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_COMPONENTS
 !insertmacro MUI_UNPAGE_INSTFILES
-!macro LANGUAGE name running erase
+!macro LANGUAGE name pictures settings parents running erase
   !insertmacro MUI_LANGUAGE ${name}
+  LangString PICTURES ${LANG_${name}} "${pictures}"
+  LangString SETTINGS ${LANG_${name}} "${settings}"
+  LangString PARENTS ${LANG_${name}} "${parents}"
   LangString RUNNING ${LANG_${name}} "${running}"
   LangString ERASE ${LANG_${name}} "${erase}"
 !macroend
-!insertmacro LANGUAGE English "Zubbly is running. Please leave it with Alt+F4 first." \
+!insertmacro LANGUAGE English "Saved pictures" "Settings" "For parents" \
+  "Zubbly is running. Please leave it with Alt+F4 first." \
   "Delete saved pictures and settings, too"
-!insertmacro LANGUAGE Japanese "Zubbly が動いています。先に Alt+F4 で終了してください。" "保存した絵と設定も削除する"
-!insertmacro LANGUAGE SimpChinese "Zubbly 正在运行。请先按 Alt+F4 退出。" "同时删除保存的图画和设置"
-!insertmacro LANGUAGE French "Zubbly est en cours d'exécution. Quittez-le d'abord avec Alt+F4." \
+!insertmacro LANGUAGE Japanese "保存した絵" "設定" "おうちの方へ" \
+  "Zubbly が動いています。先に Alt+F4 で終了してください。" "保存した絵と設定も削除する"
+!insertmacro LANGUAGE SimpChinese "保存的图画" "设置" "给家长" \
+  "Zubbly 正在运行。请先按 Alt+F4 退出。" "同时删除保存的图画和设置"
+!insertmacro LANGUAGE French "Dessins enregistrés" "Réglages" "Pour les parents" \
+  "Zubbly est en cours d'exécution. Quittez-le d'abord avec Alt+F4." \
   "Supprimer aussi les dessins enregistrés et les réglages"
-!insertmacro LANGUAGE Italian "Zubbly è in esecuzione. Prima chiudilo con Alt+F4." \
+!insertmacro LANGUAGE Italian "Disegni salvati" "Impostazioni" "Per i genitori" \
+  "Zubbly è in esecuzione. Prima chiudilo con Alt+F4." \
   "Elimina anche i disegni salvati e le impostazioni"
-!insertmacro LANGUAGE German "Zubbly läuft gerade. Bitte zuerst mit Alt+F4 beenden." \
+!insertmacro LANGUAGE German "Gespeicherte Bilder" "Einstellungen" "Für Eltern" \
+  "Zubbly läuft gerade. Bitte zuerst mit Alt+F4 beenden." \
   "Auch gespeicherte Bilder und Einstellungen löschen"
-!insertmacro LANGUAGE Spanish "Zubbly se está ejecutando. Ciérrelo primero con Alt+F4." \
+!insertmacro LANGUAGE Spanish "Dibujos guardados" "Configuración" "Para madres y padres" \
+  "Zubbly se está ejecutando. Ciérrelo primero con Alt+F4." \
   "Eliminar también los dibujos guardados y la configuración"
 
 ; The program's own lock tells whether it runs. Nobody presses a button in a silent run: Quit's exit code 2 tells there.
@@ -80,7 +91,17 @@ Section "Zubbly" PROGRAM_SECTION
   SetOutPath $INSTDIR
   File /r "${STAGE}\*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
-  CreateShortcut "$SMPROGRAMS\Zubbly.lnk" "$INSTDIR\Zubbly.exe"
+  CreateDirectory "${DATA}\SavedPictures"
+  CreateDirectory "${MENU}"
+  CreateShortcut "${MENU}\Zubbly.lnk" "$INSTDIR\Zubbly.exe"
+  CreateShortcut "${MENU}\$(PARENTS).lnk" "$INSTDIR\guide\index.html"
+  CreateShortcut "${MENU}\$(PICTURES).lnk" "${DATA}\SavedPictures"
+  ; The program writes config.ini at its first start. A link cannot choose, so a minimised shell does.
+  SetOutPath "${DATA}"  ; where a link starts what it opens
+  CreateShortcut "${MENU}\$(SETTINGS).lnk" "$SYSDIR\cmd.exe" \
+    "/c if exist config.ini (start config.ini) else start ." "$INSTDIR\Zubbly.exe" 0 SW_SHOWMINIMIZED
+  SetOutPath $INSTDIR
+  WriteRegStr HKCU "${KEY}" "Language" "$LANGUAGE"
   WriteRegStr HKCU "${KEY}" "DisplayName" "Zubbly"
   WriteRegStr HKCU "${KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${KEY}" "DisplayIcon" "$INSTDIR\Zubbly.exe"
@@ -99,7 +120,11 @@ Section "un.Zubbly"
   SectionIn RO
   !include "${REMOVAL}"
   Delete "$INSTDIR\uninstall.exe"
-  Delete "$SMPROGRAMS\Zubbly.lnk"
+  Delete "${MENU}\Zubbly.lnk"
+  Delete "${MENU}\$(PARENTS).lnk"
+  Delete "${MENU}\$(PICTURES).lnk"
+  Delete "${MENU}\$(SETTINGS).lnk"
+  RMDir "${MENU}"
   RMDir "$INSTDIR"
   DeleteRegKey HKCU "${KEY}"
 SectionEnd
@@ -107,16 +132,25 @@ SectionEnd
 ; Here, too, only what is the program's own.
 Section /o "un.$(ERASE)" ERASE_SECTION
   Delete "${DATA}\SavedPictures\auto-*.png"
-  RMDir "${DATA}\SavedPictures"
   Delete "${DATA}\config.ini"
   Delete "${DATA}\display_name.txt"
   Delete "${DATA}\exit_hint_launches.txt"
+SectionEnd
+
+; The installer made this folder; it stays with what is in it.
+Section "-un.EmptyFolders"
+  RMDir "${DATA}\SavedPictures"
   RMDir "${DATA}"
   RMDir "$APPDATA\norvanta\Zubworks"
   RMDir "$APPDATA\norvanta"
 SectionEnd
 
 Function un.onInit
+  ; The entries in the Start menu have the names of the language that they were made in.
+  ReadRegStr $0 HKCU "${KEY}" "Language"
+  ${If} $0 != ""
+    StrCpy $LANGUAGE $0
+  ${EndIf}
   !insertmacro NOT_WHILE_IT_RUNS
   ${GetParameters} $0
   ClearErrors

@@ -19,23 +19,41 @@ touch "$work/old/assets/walrus/idle.png" "$work/old/assets/penguin/sad.png"
 desktop 0,0,1280,800
 user=$WINEPREFIX/drive_c/users/$(id -un)
 place=$user/AppData/Local/Programs/Zubbly
-link="$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Zubbly.lnk"
+menu="$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Zubbly"
 entry='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Zubbly'
 vendor=$user/AppData/Roaming/norvanta
 
-# does CODE WHAT COMMAND...: the command under Wine, to the end, with this exit code.
+# does CODE WHAT COMMAND...: the command runs to its end, with this exit code.
 does() {
     local code=0
-    timeout 60 wine "${@:3}" </dev/null >/dev/null 2>&1 || code=$?
+    timeout 60 "${@:3}" </dev/null >/dev/null 2>&1 || code=$?
     [ $code = "$1" ] || fail "$2 ends with $code"
 }
 entry_says() { wine reg query "$entry" /v "$1" 2>/dev/null | tr -d '\r' | sed -n "s/^ *$1 *REG_SZ *//p"; }
 installed() {
     local differs=$(diff -r "$1" "$place" | grep -v "^Only in $place: \(uninstall.exe\|family.txt\)$")
     [ -z "$differs" ] || fail "$2 leaves $differs"
-    [ -s "$link" ] && [ -s "$place/uninstall.exe" ] && [ "$(entry_says DisplayVersion)" = "$3" ] ||
-        fail "$2 leaves no link, uninstaller or entry"
+    [ -s "$place/uninstall.exe" ] && [ "$(entry_says DisplayVersion)" = "$3" ] ||
+        fail "$2 leaves no uninstaller or entry"
+    menu_has "$2" 'For parents' 'Saved pictures' Settings
 }
+# menu_has WHAT NAME...: the folder in the Start menu has the program and these entries.
+menu_has() {
+    local what=$1
+    shift
+    [ "$(ls "$menu")" = "$(printf '%s.lnk\n' Zubbly "$@" | sort)" ] || fail "$what leaves in the menu: $(ls "$menu")"
+}
+# opens ENTRY TITLE: an entry of the Start menu brings up a window of this title. It is closed again, because a folder
+# cannot be removed while a window shows it.
+opens() {
+    local window
+    wine start /unix "$menu/$1.lnk" </dev/null >/dev/null 2>&1
+    soon 20 x search --onlyvisible --name "$2" || fail "$1 opens no $2"
+    window=$(x search --onlyvisible --name "$2" | head -n 1)
+    x mousemove --window "$window" 100 100 keydown Alt_L key F4 keyup Alt_L
+    soon 10 closed "$2" || fail "$2 does not close"
+}
+closed() { ! x search --onlyvisible --name "$1"; }
 kept() { cmp -s "$work/config.ini" "$data/config.ini" && [ -s "$saved/auto-20261121-101500.png" ]; }
 family_things() {
     mkdir -p "$saved"
@@ -46,33 +64,42 @@ family_things() {
 }
 saved=$data/SavedPictures
 family_has() { [ "$(find "$vendor" -type f -printf %f)" = "$1" ]; }
-uninstalled() { [ ! -e "$link" ] && ! wine reg query "$entry" && [ "$(ls "$place" 2>/dev/null)" = "$1" ]; }
+uninstalled() { [ ! -e "$menu" ] && ! wine reg query "$entry" && [ "$(ls "$place" 2>/dev/null)" = "$1" ]; }
 
-does 0 "the old installer" "$work/old-setup.exe" /S
+does 0 "the old installer" wine "$work/old-setup.exe" /S
 installed "$work/old" "the old installer" 0.0.9
+opens Settings Zubbly
+opens 'Saved pictures' SavedPictures
 family_things
+opens Settings config.ini
 echo ours >"$place/family.txt"
-does 0 "the upgrade" "$setup" /S
+does 0 "the upgrade" wine "$setup" /S
 installed "$portable" "the upgrade" "$version"
 kept && [ -s "$place/family.txt" ] || fail "the upgrade took something of the family's"
 
-wine start /wait /unix "$link" </dev/null >/dev/null 2>&1 &
+wine start /wait /unix "$menu/Zubbly.lnk" </dev/null >/dev/null 2>&1 &
 program=$!
 soon 60 shows || fail "the entry in the Start menu starts nothing"
-does 2 "an upgrade while it runs" "$setup" /S
-does 2 "uninstalling while it runs" "$place/uninstall.exe" /S "_?=C:\\users\\$(id -un)\\AppData\\Local\\Programs\\Zubbly"
+does 2 "an upgrade while it runs" wine "$setup" /S
+does 2 "uninstalling while it runs" wine "$place/uninstall.exe" /S "_?=C:\\users\\$(id -un)\\AppData\\Local\\Programs\\Zubbly"
 installed "$portable" "what was refused" "$version"
 move 300 300
 leave
 
 IFS='"' read -r _ uninstaller switches < <(entry_says QuietUninstallString)
-does 0 "the uninstaller" "$uninstaller" $switches
+does 0 "the uninstaller" wine "$uninstaller" $switches
 soon 20 uninstalled family.txt || fail "uninstalling left: $(ls "$place")"
 kept || fail "uninstalling took pictures or settings"
 rm "$place/family.txt"
+languages=(de_DE:'Für Eltern:Einstellungen:Gespeicherte Bilder' ja_JP:'おうちの方へ:設定:保存した絵')
 for rest in holiday.png ''; do
-    does 0 "installing again" "$setup" /S
-    does 0 "the erasing uninstaller" "$place/uninstall.exe" /S /ERASE
+    IFS=: read -ra names <<<"${languages[0]}"
+    # A locale that need not be on this machine: Wine looks at its name and at its characters.
+    cp -r /usr/lib/locale/C.utf8 "$work/${names[0]}.utf8"
+    LOCPATH=$work does 0 "installing again" env LC_ALL="${names[0]}.UTF-8" wine "$setup" /S
+    menu_has "installing in ${names[0]}" "${names[@]:1}"
+    languages=("${languages[@]:1}")
+    does 0 "the erasing uninstaller" wine "$place/uninstall.exe" /S /ERASE
     soon 20 uninstalled '' && [ ! -e "$place" ] || fail "erasing left: $(ls "$place")"
     soon 5 family_has "$rest" || fail "erasing left: $(find "$vendor")"
     rm -f "$saved/holiday.png"
