@@ -1,4 +1,6 @@
-// How long a tick of auto-save holds the child up at 3840 by 2160, split into its parts.
+// How long saving and capturing hold the child up at 3840 by 2160: each part of a tick of auto-save, and
+// PrintScreen, beside the bare calls to the system that it cannot do without. bench/saving.sh gives it a
+// screen of that size.
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -7,34 +9,106 @@
 #include "figures.h"
 #include "marks/bursts.h"
 #include "saving/auto_save.h"
+#include "saving/capture.h"
 
-static void measure(const char *what)
+static const int rounds = 7;
+
+// Sums of a part and of its bare calls, in milliseconds; they take turns, so that other work meets both
+// alike.
+struct Part {
+    double own = 0;
+    double bare = 0;
+
+    void measure(auto work, auto bareCalls)
+    {
+        own += millisecondsOf(work) / rounds;
+        bare += millisecondsOf(bareCalls) / rounds;
+    }
+    void tell(const std::string &what) const
+    {
+        std::printf("%-70s %6.1f ms, bare %6.1f ms\n", what.c_str(), own, bare);
+        tellCost((what + "; floor: its bare calls").c_str(), own, bare, "");
+    }
+};
+
+static HBITMAP bareCopy(HDC source, bool filled)
+{
+    HDC screen = GetDC(nullptr);
+    HDC target = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, 3840, 2160);
+    HGDIOBJ old = SelectObject(target, bitmap);
+    if (filled) {
+        const RECT whole = {0, 0, 3840, 2160};
+        HBRUSH brush = CreateSolidBrush(backgroundColor);
+        FillRect(target, &whole, brush);
+        DeleteObject(brush);
+    }
+    BitBlt(target, 0, 0, 3840, 2160, source ? source : screen, 0, 0, SRCCOPY);
+    SelectObject(target, old);
+    DeleteDC(target);
+    ReleaseDC(nullptr, screen);
+    return bitmap;
+}
+
+static void measureSave(const char *what)
 {
     const std::filesystem::path file = std::filesystem::temp_directory_path() / "zubbly-bench.png";
-    double copy = 0;
-    double wrap = 0;
-    double encode = 0;
-    for (int i = 0; i < 5; ++i) {
+    const CLSID png = {0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
+    Part capture;
+    Part conversion;
+    Part encoding;
+    for (int i = 0; i < rounds; ++i) {
         HBITMAP canvases = nullptr;
+        HBITMAP bareCanvases = nullptr;
+        capture.measure([&] { canvases = captureCanvases(); },
+                        [&] { bareCanvases = bareCopy(surfaces.front().canvasDC, true); });
+        DeleteObject(bareCanvases);
         OwnedPicture picture;
-        copy += millisecondsOf([&] { canvases = captureCanvases(); }) / 5;
-        wrap += millisecondsOf([&] { picture = pictureOf(canvases); }) / 5;
-        encode += millisecondsOf([&] { writePng(picture.get(), file.c_str()); }) / 5;
+        GpBitmap *barePicture = nullptr;
+        conversion.measure([&] { picture = pictureOf(canvases); },
+                           [&] { GdipCreateBitmapFromHBITMAP(canvases, nullptr, &barePicture); });
+        GdipDisposeImage(barePicture);
+        encoding.measure([&] { writePng(picture.get(), file.c_str()); },
+                         [&] { GdipSaveImageToFile(picture.get(), file.c_str(), &png, nullptr); });
         DeleteObject(canvases);
     }
-    std::printf("%-12s copy %4.0f ms, as a GDI+ picture %4.0f ms, encode and write %5.0f ms, %ju bytes\n",
-                what, copy, wrap, encode, std::uintmax_t(std::filesystem::file_size(file)));
+    std::printf("%s: %ju bytes\n", what, std::uintmax_t(std::filesystem::file_size(file)));
     std::filesystem::remove(file);
-    tellCost((std::string("A save at 3840x2160, ") + what + "; floor: encoding and writing alone").c_str(),
-             copy + wrap + encode, encode, "200 ms");
+    const std::string picture = std::string(" at 3840x2160, ") + what;
+    capture.tell("Capture of a save" + picture);
+    conversion.tell("Its conversion for GDI+" + picture);
+    encoding.tell("Encoding and writing it" + picture);
+    tellCost(("A save as a whole" + picture).c_str(), capture.own + conversion.own + encoding.own,
+             capture.bare + conversion.bare + encoding.bare, "200 ms");
+}
+
+static void measurePrintScreen()
+{
+    HWND window =
+        CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    Part key;
+    for (int i = 0; i < rounds; ++i) {
+        key.measure([&] { captureOrExit(VK_SNAPSHOT, window); },
+                    [&] {
+                        HBITMAP copy = bareCopy(nullptr, false);
+                        OpenClipboard(window);
+                        EmptyClipboard();
+                        SetClipboardData(CF_BITMAP, copy);
+                        CloseClipboard();
+                    });
+    }
+    key.tell("PrintScreen at 3840x2160");
+    DestroyWindow(window);
 }
 
 extern "C" int wmain(int, wchar_t **)
 {
     openDesk(3840, 2160);
-    measure("empty");
+    soundEnabled = false;
+    measureSave("empty");
     for (int i = 0; i < 100; ++i)
         scatterMarks(false);
-    measure("a full hour");
+    measureSave("a full hour");
+    measurePrintScreen();
     return 0;
 }
