@@ -105,10 +105,10 @@ def cost_of_load(what, index, share, goal):
 
 if delivered:
     cost_of_load("20 s idle with penguin and hint (a third of 60 s)", 0, SECONDS / DELIVERED_SECONDS,
-                 "0.1 s above the floor")
+                 "0.3 s")
     cost("Memory resident after idling, keys and dragging", f"{memory:.1f} MiB", f"{bare_memory:.1f} MiB",
          "60 MiB above the floor")
 else:
     cost_of_load("20 s idle, nothing moving by itself", 0, 1, "0.1 s above the floor")
-    cost_of_load("20 s of ten keys a second", 1, 1, "0.7 s")
+    cost_of_load("20 s of ten keys a second", 1, 1, "")  # nearly all of it is the system's: bench/profile.sh
     cost_of_load("20 s of dragging, 125 moves a second", 2, 1, "4 s")

@@ -45,6 +45,7 @@ T
     bench) cat <<'T'
 /usr/lib/x86_64-linux-gnu/libXdamage.so.1   libxdamage1
 /usr/lib/x86_64-linux-gnu/libXtst.so.6      libxtst6
+perf                                        linux-perf
 T
     ;;
     analyse) cat <<'T'
