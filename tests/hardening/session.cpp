@@ -292,22 +292,23 @@ static int64_t answer()
 {
     return mode == "random" && pick(0, 9) == 0 ? E_FAIL : S_OK;
 }
-static Object item = {objectMethods, "item", 0, [](int place, void **, void **second, void **) {
+static Object item = {objectMethods, "item", 0, [](int place, void **, void **second, void **, void **) {
                           const std::wstring path = (desk->folder() / "given.png").wstring();
                           const size_t bytes = 2 * path.size() + 2;
                           if (place == 5) *second = std::memcpy(CoTaskMemAlloc(bytes), path.c_str(), bytes);
                           return int64_t(S_OK);
                       }};
-static Object tokens = {objectMethods, "tokens", 0, [](int place, void **first, void **second, void **) {
+static Object tokens = {objectMethods, "tokens", 0,
+                        [](int place, void **first, void **second, void **, void **) {
                             if (place == 8) *reinterpret_cast<ULONG *>(first) = 1;  // GetCount
                             return place == 3 ? give(item, second) : answer();      // Next
                         }};
-static Object voice = {objectMethods, "voice", 0, [](int place, void **, void **, void **third) {
+static Object voice = {objectMethods, "voice", 0, [](int place, void **, void **, void **third, void **) {
                            return place == 18 && third ? give(tokens, third) : answer();  // EnumTokens
                        }};
 static int dialogs = 0;
 static Object dialog = {
-    objectMethods, "dialog", 0, [](int place, void **first, void **, void **) {
+    objectMethods, "dialog", 0, [](int place, void **first, void **, void **, void **) {
         if (place == 20) return give(item, first);  // GetResult
         if (place != 3) return answer();            // Show
         ++dialogs;

@@ -2,174 +2,157 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
-#include "shell/volume.h"
-#include "shell/window_order.h"
-#include "support/fakes.h"
-
-using Calls = std::vector<std::string>;
+#include "support/desk.h"
 
 // What is so while a key goes down: flags, modifiers, and whether the program can be told.
 enum : unsigned { up = 1, extended = 2, alt = 4, ctrl = 8, shift = 16, win = 32, target = 64, posts = 128 };
 static const unsigned told = target | posts, odd = up | extended;
 
 // What grown-ups were promised, first match from the top: key (0 is any), what it needs, what bars it, and
-// its fate: it goes to the program (p), is swallowed (s) or goes on to the next hook (n).
-using Promise = std::tuple<DWORD, unsigned, unsigned, char>;
-static const Promise promises[] = {{VK_SNAPSHOT, told, odd, 'p'},
-                                   {VK_F1, alt | told, odd, 'p'},
-                                   {VK_F4, alt | told, odd, 'p'},
-                                   {VK_LWIN, 0, 0, 's'},
-                                   {VK_RWIN, 0, 0, 's'},
-                                   {0, ctrl | shift, 0, 's'},
-                                   {VK_ESCAPE, ctrl, 0, 's'},
-                                   {VK_SNAPSHOT, 0, 0, 'n'},
-                                   {VK_F1, 0, 0, 'n'},
-                                   {VK_F4, 0, 0, 'n'},
-                                   {0, alt, 0, 's'},
-                                   {VK_TAB, win, 0, 's'},
-                                   {0, 0, 0, 'n'}};
+// where it ends.
+static const struct {
+    DWORD key;
+    unsigned needs, lacks;
+    std::string fate;
+} promises[] = {{VK_SNAPSHOT, told, odd, "posted"},
+                {VK_F1, alt | told, odd, "posted"},
+                {VK_F4, alt | told, odd, "posted"},
+                {VK_LWIN, 0, 0, "swallowed"},
+                {VK_RWIN, 0, 0, "swallowed"},
+                {0, ctrl | shift, 0, "swallowed"},
+                {VK_ESCAPE, ctrl, 0, "swallowed"},
+                {VK_SNAPSHOT, 0, 0, "passed on"},
+                {VK_F1, 0, 0, "passed on"},
+                {VK_F4, 0, 0, "passed on"},
+                {0, alt, 0, "swallowed"},
+                {VK_TAB, win, 0, "swallowed"},
+                {0, 0, 0, "passed on"}};
 
-static char promised(DWORD key, unsigned world)
+static std::string promised(DWORD key, unsigned world)
 {
-    for (const auto &[of, needs, lacks, fate] : promises) {
-        if ((of == 0 || of == key) && (world & needs) == needs && !(world & lacks)) return fate;
-    }
-    return '?';
+    for (const auto &row : promises)
+        if ((row.key == 0 || row.key == key) && (world & row.needs) == row.needs && !(world & row.lacks))
+            return row.fate;
+    return "";
 }
 
-static char fateOf(WPARAM message, const KBDLLHOOKSTRUCT &event, int code = HC_ACTION)
+static bool postingWorks = true;
+static size_t posted = 0, passedOn = 0;
+static std::string fateOf(WPARAM message, const KBDLLHOOKSTRUCT &event, int code = HC_ACTION)
 {
-    recorded.calls.clear();
+    posted = passedOn = 0;
     const LRESULT answer = lowLevelKeyboardProc(code, message, LPARAM(&event));
-    if (answer != 1) return countCalls("CallNextHook") == 1 ? 'n' : '?';
-    const Calls post = {"PostMessage w0 32769 " + std::to_string(event.vkCode)};
-    return fakes.postResult && recorded.calls == post ? 'p' : 's';
+    return passedOn                 ? "passed on"
+           : answer != 1            ? "answered"
+           : posted && postingWorks ? "posted"
+                                    : "swallowed";
 }
 
-TEST(KeyboardHook, DecidesEveryEventAsPromised)
+struct KeyboardHook : testing::Test {
+    Desk desk{oneMonitor};
+    Replaced next{"CallNextHookEx", REPLACEMENT(CallNextHookEx, [] {
+                      ++passedOn;
+                      return LRESULT(77);
+                  })};
+    Replaced post{"PostMessageW", REPLACEMENT(PostMessageW, [](HWND window, UINT message) -> BOOL {
+                      posted += window == windowHandle(0) && message == WM_APP + 1;
+                      return postingWorks;
+                  })};
+};
+
+TEST_F(KeyboardHook, DecidesEveryEventAsPromised)
 {
-    const Desk desk(oneMonitor);
-    const Having lent(hookTargetWindow, nullptr);
+    desk.telling = false;
     const std::tuple<int, DWORD, unsigned> sources[] = {
         {VK_MENU, 0, alt},    {VK_LMENU, 0, alt}, {VK_RMENU, 0, alt}, {VK_CONTROL, 0, ctrl},
         {VK_SHIFT, 0, shift}, {VK_LWIN, 0, win},  {VK_RWIN, 0, win},  {0, 0x01, extended},
         {0, 0x20, alt},       {0, 0x80, up}};
+    const DWORD keys[] = {VK_SNAPSHOT, VK_F1, VK_F2, VK_F4, VK_LWIN, VK_RWIN, VK_ESCAPE, VK_TAB, 'A'};
     for (unsigned state = 0; state < 1u << 12; ++state) {
         KBDLLHOOKSTRUCT event = {};
         unsigned world = (state & 1 ? target : 0u) | (state & 2 ? posts : 0u);
-        hookTargetWindow = state & 1 ? fakeWindow(0) : nullptr;
-        fakes.postResult = (state & 2) != 0;
-        fakes.keysDown.clear();
+        hookTargetWindow = state & 1 ? windowHandle(0) : nullptr;
+        postingWorks = (state & 2) != 0;
+        desk.keysDown.clear();
         unsigned bit = 1;
         for (const auto &[key, flag, meaning] : sources) {
             if (!(state & 1u << ++bit)) continue;
-            if (key) fakes.keysDown.insert(key);
+            if (key) desk.keysDown.insert(key);
             event.flags |= flag;
             world |= meaning;
         }
-        for (event.vkCode = 0; event.vkCode < 256; ++event.vkCode) {
-            const char fate = promised(event.vkCode, world);
+        for (const DWORD key : keys) {
+            event.vkCode = key;
             for (const WPARAM message : {WM_KEYDOWN, WM_KEYUP, WM_SYSKEYDOWN, WM_SYSKEYUP}) {
                 const bool down = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
-                ASSERT_EQ(fateOf(message, event), down ? fate : 'n') << event.vkCode << " in " << world;
+                ASSERT_EQ(fateOf(message, event), down ? promised(key, world) : "passed on")
+                    << "key " << key << ", flags " << event.flags << ", state " << state;
             }
-            ASSERT_EQ(fateOf(WM_KEYDOWN, event, 3), 'n');
+            ASSERT_EQ(fateOf(WM_KEYDOWN, event, 3), "passed on");
         }
     }
 }
 
-TEST(KeyboardHook, PostsAHeldKeyOnce)
+TEST_F(KeyboardHook, PostsAHeldKeyOnce)
 {
-    const Desk desk(oneMonitor);
-    const Having lent(hookTargetWindow, fakeWindow(0));
+    hookTargetWindow = windowHandle(0);
     const KBDLLHOOKSTRUCT dialogKey = {VK_F1, 0, LLKHF_ALTDOWN, 0, 0};
     const KBDLLHOOKSTRUCT copyKey = {VK_SNAPSHOT, 0, 0, 0, 0};
-    fakes.postResult = FALSE;
-    EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), 'n');  // tried in vain, so not remembered
-    fakes.postResult = TRUE;
-    for (int press = 0; press < 2; ++press) {
-        EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), 'p');
+    postingWorks = false;
+    EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), "passed on");  // tried in vain, so not remembered
+    postingWorks = true;
+    for (const bool second : {false, true}) {
+        EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), "posted");
         for (int repeat = 0; repeat < 3; ++repeat)
-            EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), 's');
-        EXPECT_EQ(fateOf(WM_KEYDOWN, copyKey), press ? 's' : 'p');  // a key of its own, held through both
-        EXPECT_EQ(fateOf(press ? WM_KEYUP : WM_SYSKEYUP, dialogKey), 'n');
+            EXPECT_EQ(fateOf(WM_SYSKEYDOWN, dialogKey), "swallowed");
+        EXPECT_EQ(fateOf(WM_KEYDOWN, copyKey), second ? "swallowed" : "posted");  // held through both
+        EXPECT_EQ(fateOf(second ? WM_KEYUP : WM_SYSKEYUP, dialogKey), "passed on");
     }
     releaseLock();
-    hookTargetWindow = fakeWindow(0);
-    EXPECT_EQ(fateOf(WM_KEYDOWN, copyKey), 'p');
-    releaseLock();
+    hookTargetWindow = windowHandle(0);
+    EXPECT_EQ(fateOf(WM_KEYDOWN, copyKey), "posted");
 }
 
 TEST(Lockdown, HoldsTheCursorOnlyWhileASurfaceIsInFront)
 {
-    const Desk desk(twoMonitors);
-    fakes.screen = {-700, -10, 1600, 700};
-    for (const int front : {0, 1, 2, -1}) {
-        fakes.foreground = front < 0 ? nullptr : fakeWindow(front);
+    Desk desk(twoMonitors);
+    desk.screen = VirtualScreen{-700, -10, 1600, 700};
+    const std::string held = "ClipCursor -700 -10 900 690\n", open = "ClipCursor all\n";
+    for (const auto &[front, clip] : {std::pair{windowHandle(0), held},
+                                      {windowHandle(1), held},
+                                      {windowHandle(2), open},
+                                      {HWND(), open}}) {
+        desk.foreground = front;
+        desk.calls.clear();
         confineCursor();
-        EXPECT_EQ(recorded.calls.back(),
-                  front == 0 || front == 1 ? "ClipCursor -700,-10,900,690" : "ClipCursor free");
+        EXPECT_EQ(desk.text(), clip);
     }
-    fakes.foreground = fakeWindow(0);
-    fakes.screen.height = 0;  // the system does not tell
+    desk.foreground = windowHandle(0);
+    desk.screen->height = 0;  // the system does not report it
+    desk.calls.clear();
     confineCursor();
-    EXPECT_EQ(recorded.calls.back(), "ClipCursor -640,0,800,600");
+    EXPECT_EQ(desk.text(), "ClipCursor -640 0 800 600\n");
 }
 
 TEST(Lockdown, PutsTheHintAboveTheSurfacesAndGivesWayToTheDialog)
 {
-    const Desk desk(twoMonitors);
-    const Having clamp(volumeClamp, 0.3f);
-    const Having panel(hintFloatWindow, fakeWindow(2));
-    for (const bool dialog : {true, false}) {
-        const Having showing(dialogShowing, dialog);
-        const Having hint(hintVisible, true);
-        EXPECT_TRUE(recorded.calls.empty());
+    Desk desk(twoMonitors);
+    hintFloatWindow =
+        CreateWindowExW(0, L"ZubblyWindow", L"", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    for (const auto &[dialog, visible, calls] :
+         {std::tuple{true, true, ""},
+          {false, true,
+           "SetWindowPos w0 topmost 0 0 800 600 x10\nSetWindowPos w1 topmost -640 100 640 480 x10\n"
+           "SetWindowPos w2 topmost 0 0 0 0 x53\nClipCursor -640 0 800 600\n"},
+          {false, false,
+           "SetWindowPos w0 topmost 0 0 800 600 x10\nSetWindowPos w1 topmost -640 100 640 480 x10\n"
+           "ClipCursor -640 0 800 600\n"}}) {
+        dialogShowing = dialog;
+        hintVisible = visible;
+        desk.calls.clear();
         refreshTopmost();
-    }
-    EXPECT_EQ(recorded.calls, (Calls{"SetWindowPos w0 topmost 16", "SetWindowPos w1 topmost 16",
-                                     "SetWindowPos w2 topmost 83", "CoCreateInstance", "ClipCursor free"}));
-    refreshTopmost();
-    EXPECT_EQ(countCalls("SetWindowPos w2"), 1);
-}
-
-TEST(Lockdown, LowersALoudVolumeAndNeverRaisesOne)
-{
-    // One COM object plays enumerator, device and volume: the methods used stand at different places.
-    static float level;
-    static int failing, held;
-    static void *methods[10];
-    static void **object = methods;
-    static const auto give = [](int call, void **out) {
-        if (call == failing) return E_FAIL;
-        ++held;
-        *out = &object;
-        return S_OK;
-    };
-    const auto put = [](int place, auto method) { methods[place] = reinterpret_cast<void *>(+method); };
-    put(2, [](void *) { return --held; });
-    put(3, [](void *, REFIID, DWORD, void *, void **out) { return give(3, out); });
-    put(4, [](void *, int flow, int role, void **out) {
-        return flow == eRender && role == eConsole ? give(2, out) : E_INVALIDARG;
-    });
-    put(7, [](void *, float value, const GUID *) { return level = value, S_OK; });
-    put(9, [](void *, float *out) { return *out = level, failing == 4 ? E_FAIL : S_OK; });
-    const Desk desk(oneMonitor);
-    const Having lent(volumeClamp, 0.0f);
-    fakes.makeObject = [](REFCLSID, void **out) { return give(1, out); };
-    const float rows[][3] = {
-        {0.3f, 0.2f, 0.2f}, {0.3f, 0.5f, 0.3f}, {1.0f, 1.2f, 1.0f}, {0.0f, 0.5f, 0.5f}, {1.1f, 1.2f, 1.2f}};
-    for (const auto &[cap, before, after] : rows) {
-        for (failing = 0; failing <= 4; ++failing) {
-            volumeClamp = cap;
-            level = before;
-            clampMasterVolume();
-            EXPECT_EQ(level, failing == 0 ? after : before) << cap << " " << failing;
-            EXPECT_EQ(held, 0);
-        }
+        EXPECT_EQ(desk.text(), calls);
     }
 }

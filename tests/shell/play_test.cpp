@@ -192,23 +192,25 @@ static void idleMinutes()
     wait(20'000);
 }
 
-static Object item = {objectMethods, "item", 0, [](int place, void **first, void **second, void **) {
+static Object item = {objectMethods, "item", 0, [](int place, void **first, void **second, void **, void **) {
                           const std::wstring path = (Desk::current->folder() / "given.png").wstring();
                           const size_t bytes = 2 * path.size() + 2;
                           if (place == 3) *first = windowHandle(0);  // GetWindow
                           if (place == 5) *second = std::memcpy(CoTaskMemAlloc(bytes), path.c_str(), bytes);
                           return int64_t(S_OK);
                       }};
-static Object tokens = {objectMethods, "tokens", 0, [](int place, void **first, void **second, void **) {
+static Object tokens = {objectMethods, "tokens", 0,
+                        [](int place, void **first, void **second, void **, void **) {
                             if (place == 8) *reinterpret_cast<ULONG *>(first) = 1;  // GetCount
                             return place == 3 ? give(item, second) : S_OK;          // Next
                         }};
-static Object voices = {objectMethods, "voices", 0, [](int place, void **, void **, void **third) {
+static Object voices = {objectMethods, "voices", 0, [](int place, void **, void **, void **third, void **) {
                             return place == 18 ? give(tokens, third) : S_OK;  // EnumTokens
                         }};
 static Object voice = {objectMethods, "voice", 0, nullptr};
 static IFileDialogEvents *listener = nullptr;
-static Object dialog = {objectMethods, "dialog", 0, [](int place, void **first, void **second, void **) {
+static Object dialog = {objectMethods, "dialog", 0,
+                        [](int place, void **first, void **second, void **, void **) {
                             if (place == 0) return give(item, second);  // IOleWindow
                             if (place == 7)
                                 listener = reinterpret_cast<IFileDialogEvents *>(first);  // Advise

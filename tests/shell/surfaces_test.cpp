@@ -2,33 +2,30 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fakes.h"
+#include "support/desk.h"
 
 TEST(NewBackground, IsRefusedWithin260MillisecondsUnlessForced)
 {
-    const Desk desk(twoMonitors, 0x123456);
-    const std::tuple<DWORD, bool, bool> rows[] = {
-        {0, false, true}, {259, false, false}, {259, true, true}, {260, false, true}};
-    for (const auto &[since, force, done] : rows) {
-        lastClearTick = since ? fakes.tick - since : 0;  // 0 means none yet
+    for (const auto &[since, force, done] :
+         {std::tuple{0u, false, true}, {259u, false, false}, {259u, true, true}, {260u, false, true}}) {
+        SCOPED_TRACE(testing::Message() << since << " ms, forced: " << force);
+        Desk desk(twoMonitors, 0x123456);
+        lastClearTick = since ? desk.tick - since : 0;  // 0 means none yet
         backdropPending = true;
-        recorded = {};
         const Rng before = markRng;
-        const MarkColor old = desk.pixel(799, 599);
         EXPECT_EQ(newBackground(force), done);
-        EXPECT_TRUE((lastClearTick == fakes.tick) == done && backdropPending != done &&
-                    (markRng != before) == done);
-        EXPECT_EQ(recorded.invalidations.size(), done ? 2u : 0u);
-        EXPECT_EQ(countCalls("SetWindowRgn w1") + countCalls("SetLayeredWindowAttributes w1 255 2"),
-                  done ? 2 : 0);
+        EXPECT_EQ(lastClearTick == desk.tick, done);
+        EXPECT_EQ(backdropPending, !done);
+        EXPECT_EQ(sameStream(markRng, before), !done);
+        EXPECT_EQ(desk.text({"Invalidate"}), done ? "InvalidateRect w0 all\nInvalidateRect w1 all\n" : "");
         for (const POINT corner : {POINT{0, 0}, {799, 599}, {-640, 100}, {-1, 579}})
-            EXPECT_EQ(desk.pixel(corner.x, corner.y), done ? backgroundColor : old);
+            EXPECT_EQ(desk.pixel(corner.x, corner.y), done ? backgroundColor : 0x123456u);
     }
 }
 
 TEST(Backdrop, IsLaidOverTheCanvasesOnceWhenItIsPending)
 {
-    const Desk desk(twoMonitors, 0x123456);
+    Desk desk(twoMonitors, 0x123456);
     MonitorSurface &second = surfaces[1];
     HDC dc = CreateCompatibleDC(second.canvasDC);
     second.backdropBitmap = CreateCompatibleBitmap(second.canvasDC, second.width, second.height);
@@ -36,17 +33,20 @@ TEST(Backdrop, IsLaidOverTheCanvasesOnceWhenItIsPending)
     SetPixel(dc, 639, 479, 0x0000FF);
     SelectObject(dc, old);
     DeleteDC(dc);
-    for (const bool pending : {false, true}) {
-        backdropPending = pending;
+    for (const bool pending : {false, true, false}) {
+        if (pending) backdropPending = true;
+        desk.calls.clear();
         flushBackdrop();
-        EXPECT_EQ(desk.pixel(-1, 579), pending ? 0x0000FFu : 0x123456u);
-        EXPECT_TRUE(desk.pixel(799, 599) == 0x123456 && !backdropPending);
+        EXPECT_EQ(desk.text({"BitBlt"}), pending ? "BitBlt c1 0 0 640 480 elsewhere 0 0 xCC0020\n" : "");
+        EXPECT_FALSE(backdropPending);
     }
+    EXPECT_EQ(desk.pixel(-1, 579), 0x0000FFu);
+    EXPECT_EQ(desk.pixel(799, 599), 0x123456u);
 }
 
 TEST(LaunchMonitor, IsNamedByTheLauncherInOneFormOnly)
 {
-    const Desk desk(twoMonitors);
+    Desk desk(twoMonitors);
     const std::wstring named = L"-640,100,0,580", blanks(49, L' ');
     const std::vector<std::wstring> texts[] = {
         {L"", L"-640,100,0", L"-640;100;0;580", L"-640,,100,0", L"-640,100,-640,580", L"-640,100,0,100",
@@ -54,47 +54,60 @@ TEST(LaunchMonitor, IsNamedByTheLauncherInOneFormOnly)
         {named, L"-640,100,9,999", named + L" and more", named + blanks}};
     for (const size_t second : {0, 1}) {
         for (const std::wstring &text : texts[second]) {
-            SetEnvironmentVariableW(L"ZUB_LAUNCH_MONITOR", text.c_str());
-            EXPECT_EQ(launchSurface(), &surfaces[second]) << text;
+            desk.environment[L"ZUB_LAUNCH_MONITOR"] = text;
+            EXPECT_EQ(launchSurface(), &surfaces[second]) << std::string(text.begin(), text.end());
         }
     }
-    SetEnvironmentVariableW(L"ZUB_LAUNCH_MONITOR", nullptr);
-    fakes.primaryMonitor = 1;  // the first monitor enumerated need not be the primary one
+    desk.environment.clear();
+    desk.primaryMonitor = 1;  // the first monitor enumerated need not be the primary one
     EXPECT_EQ(launchSurface(), &surfaces[1]);
-    fakes.failing = {"GetMonitorInfoW"};
+    const Failing unknown("GetMonitorInfoW");
     RECT rect = {};
-    EXPECT_TRUE(launchMonitorRect(rect) && rect.right == GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_TRUE(launchMonitorRect(rect));
+    EXPECT_EQ(rect.right, 640);  // the primary one's size at the origin
+    EXPECT_EQ(rect.bottom, 480);
 }
 
-TEST(CreateSurface, KeepsARecordEvenWithoutAWindowOrAnArea)
+TEST(CreateSurface, HasTheSizeOfItsClientAreaAndARecordInAnyCase)
 {
-    const Desk desk({});
-    fakes.monitors = twoMonitors;
-    fakes.monitors.push_back({5, 5, 5, 90});
-    for (RECT &monitor : fakes.monitors) {
-        fakes.failing.clear();
-        if (surfaces.empty()) fakes.failing = {"CreateWindowExW"};
-        createSurface(nullptr, nullptr, &monitor, 0);
+    Desk desk({});
+    desk.frame = 16;
+    RECT monitors[] = {{0, 0, 800, 600}, {-640, 100, 0, 580}, {5, 5, 5, 90}};
+    {
+        const Failing none("CreateWindowExW");
+        createSurface(nullptr, nullptr, &monitors[0], 0);
     }
-    EXPECT_EQ(recorded.calls.at(0), "CreateWindow 524424 2415919104 0 0 800 600");
-    EXPECT_EQ(recorded.calls.at(1), "CreateWindow 524424 2415919104 -640 100 640 480");
+    createSurface(nullptr, nullptr, &monitors[1], 0);
+    createSurface(nullptr, nullptr, &monitors[2], 0);
+    EXPECT_EQ(desk.text({"CreateWindow"}),
+              "CreateWindowEx x80088 \"ZubblyWindow\" x90000000 -640 100 640 480 null\n"
+              "CreateWindowEx x80088 \"ZubblyWindow\" x90000000 5 5 0 85 null\n");
     ASSERT_EQ(surfaces.size(), 3u);
-    EXPECT_TRUE(!primaryWindow() && surfaces[1].hwnd == fakeWindow(1));
-    EXPECT_TRUE(surfaces[0].canvasDC && surfaces[1].canvasBitmap && !surfaces[2].canvasDC);
-    newBackground(true);  // and nothing is done to the window that is not there
-    EXPECT_EQ(countCalls("InvalidateRect with a null") + countCalls("SetWindowRgn null"), 0);
-    for (int i = 0; i < 2; ++i)
-        freeSurfaceBuffers(surfaces[0]);
-    EXPECT_FALSE(surfaces[0].canvasDC || surfaces[0].canvasBitmap || surfaces[0].windowRegion);
+    for (const auto &[index, width, height, canvas] :
+         {std::tuple{0, 800, 600, true}, {1, 624, 464, true}, {2, 0, 85, false}}) {
+        const MonitorSurface &surface = surfaces[size_t(index)];
+        EXPECT_EQ(surface.hwnd != nullptr, index > 0);
+        EXPECT_EQ(surface.width, width) << index;
+        EXPECT_EQ(surface.height, height) << index;
+        EXPECT_EQ(surface.canvasDC && surface.canvasBitmap, canvas) << index;
+    }
+    newBackground(true);  // the desk refuses what is done to a null window
+    EXPECT_EQ(desk.count("SetWindowRgn null"), 0);
+    for (MonitorSurface &surface : surfaces)
+        for (int twice = 0; twice < 2; ++twice)
+            freeSurfaceBuffers(surface);
+    EXPECT_EQ(leaks(), "");
 }
 
-TEST(InvalidateVirtualRect, ReachesEachMonitorInItsOwnCoordinates)
+TEST(InvalidateRects, ReachEachMonitorInItsOwnCoordinates)
 {
-    const Desk desk(twoMonitors);
+    Desk desk(twoMonitors);
     invalidateVirtualRect({-20, 90, 30, 110});
     invalidateVirtualRect({900, 0, 950, 50});
+    invalidateMarkRect(surfaces[0], -5, -6, 20, 30);
+    invalidateMarkRect(surfaces[0], 790, 590, 900, 700);
     invalidateMarkRect(surfaces[0], 800, 0, 900, 50);
     invalidateMarkRect(MonitorSurface{}, 0, 0, 50, 50);
-    const std::string text = textOfRecord();
-    EXPECT_EQ(text.substr(0, text.find("next")), "repaint 0 0 90 30 110\nrepaint 1 620 0 640 10\n");
+    EXPECT_EQ(desk.text(), "InvalidateRect w0 0 90 30 110\nInvalidateRect w1 620 0 640 10\n"
+                           "InvalidateRect w0 0 0 20 30\nInvalidateRect w0 790 590 800 600\n");
 }

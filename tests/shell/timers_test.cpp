@@ -2,84 +2,87 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include "hint/idle.h"
 #include "hint/panel.h"
 #include "marks/key_reactions.h"
 #include "menu/menu.h"
 #include "shell/window_proc.h"
-#include "support/fakes.h"
+#include "support/desk.h"
 
 TEST(Timers, LetAMashFadeByOneStepATickAsLongAsItIsRecent)
 {
     for (const int64_t age : {520'000'000, 520'000'001}) {
-        const Desk desk(oneMonitor);
-        lastMashTime = fakes.steady - age;
+        Desk desk(oneMonitor);
+        lastMashTime = desk.steady - age;
         keyMashCount = 3;
         for (const int left : {2, 1, 0, 0}) {
-            recorded = {};
-            onTimer(fakeWindow(0), 6);
+            desk.calls.clear();
+            onTimer(windowHandle(0), 6);
             const bool fades = age == 520'000'000 && left > 0;
-            EXPECT_EQ(keyMashCount, fades ? left : 0);
-            EXPECT_EQ(recorded.timers.size(), fades ? 1u : 0u);
-            EXPECT_EQ(recorded.calls[0], "KillTimer 6 w0");
+            EXPECT_EQ(keyMashCount, fades ? left : 0) << age;
+            EXPECT_EQ(desk.count("SetTimer w0 6 210"), fades) << age;
+            EXPECT_EQ(desk.first("KillTimer w0 6"), 0);
         }
     }
 }
 
-TEST(Timers, WindTheSpiralWhileBothButtonsAreHeldAndSaveOnlyBetweenStrokes)
+TEST(Timers, SaveOnlyWhatChangedAndOnlyBetweenStrokes)
 {
-    for (int state = 0; state < 8; ++state) {
-        const Desk desk(oneMonitor);
-        const TestFolder folder;
-        leftButtonDown = state & 1;
-        dragMoved = state & 2;
-        menuOpen = canvasDirty = state & 4;
-        if (leftButtonDown) fakes.keysDown.insert(VK_LBUTTON);
-        if (dragMoved) fakes.keysDown.insert(VK_RBUTTON);
-        onTimer(fakeWindow(0), 10);
-        EXPECT_EQ(std::filesystem::exists(folder.path / "norvanta"), state == 4);
-        onTimer(fakeWindow(0), 7);
-        EXPECT_EQ(countCalls("KillTimer 7 w0"), state != 3);
-        EXPECT_EQ(countCalls("SetTimer 6 210 w0"), state == 3);
+    for (const auto &[dirty, pressed, moved, saves] : {std::array{true, false, false, true},
+                                                       {false, false, false, false},
+                                                       {true, true, false, false},
+                                                       {true, false, true, false}}) {
+        Desk desk(oneMonitor);
+        canvasDirty = dirty;
+        leftButtonDown = pressed;
+        dragMoved = moved;
+        onTimer(windowHandle(0), 10);
+        EXPECT_EQ(desk.count("GdipSaveImageToFile") + desk.count("SaveImageToFile"), saves);
+        EXPECT_EQ(canvasDirty, dirty && !saves);
+    }
+}
+
+TEST(Timers, WindTheSpiralWhileBothButtonsAreHeldOutsideTheMenu)
+{
+    for (const auto &[left, right, menu, winds] : {std::array{true, true, false, true},
+                                                   {true, false, false, false},
+                                                   {false, true, false, false},
+                                                   {true, true, true, false}}) {
+        Desk desk(oneMonitor);
+        if (left) desk.hold(VK_LBUTTON);
+        if (right) desk.hold(VK_RBUTTON);
+        menuOpen = menu;
+        onTimer(windowHandle(0), 7);
+        EXPECT_EQ(desk.count("KillTimer w0 7"), !winds);
+        EXPECT_EQ(desk.count("SetTimer w0 6 210"), winds);
+        EXPECT_EQ(keyMashCount, winds);
     }
 }
 
 TEST(Timers, BringTheHintAfterEightIdleSecondsAndTakeItAwayAgain)
 {
-    // Idle and still barred for so many milliseconds, the window that ticks, and whether it comes.
-    const std::tuple<DWORD, DWORD, int, bool> rows[] = {
-        {8000, 0, 0, true}, {7999, 0, 0, false}, {8000, 1, 0, false}, {8000, 0, 1, false}};
-    for (const auto &[idle, barred, ticking, comes] : rows) {
-        const Desk desk(twoMonitors);
-        const Having window(idleHintWindow, fakeWindow(0));
-        idleHintWidth = 800, idleHintHeight = 600;
-        lastInputTick = fakes.tick - idle;
-        hintNotBefore = fakes.tick + barred;
-        onTimer(fakeWindow(ticking), 11);
-        onTimer(fakeWindow(ticking), 11);  // nothing while it shows
-        EXPECT_EQ(countCalls("SetTimer 9 10000 w0"), comes);
+    // Idle, and barred for so many more milliseconds, the window that ticks, and whether it comes.
+    for (const auto &[idle, barred, ticking, comes] : {std::tuple{8000u, 0u, 0, true},
+                                                       {7999u, 0u, 0, false},
+                                                       {8000u, 1u, 0, false},
+                                                       {8000u, 0u, 1, false},
+                                                       {8000u, 0x90000000u, 0, true}}) {  // 28 days ago
+        SCOPED_TRACE(testing::Message() << idle << " " << barred << " " << ticking);
+        Desk desk(twoMonitors);
+        armIdleHint(surfaces[0]);
+        hintNotBefore = desk.tick + (barred == 1);
+        if (barred > 1) onTimer(windowHandle(0), 11);  // a child plays
+        desk.tick += barred > 1 ? barred : 0;
+        lastInputTick = desk.tick - idle;
+        onTimer(windowHandle(ticking), 11);
+        onTimer(windowHandle(ticking), 11);  // nothing while it shows
+        EXPECT_EQ(desk.count("SetTimer w0 9 10000"), comes);
+        desk.tick += 5;
         noteChildInput();
-        EXPECT_EQ(lastInputTick != fakes.tick, comes);  // the idle clock stands still then
-        onTimer(fakeWindow(1), 9);
+        EXPECT_EQ(lastInputTick == desk.tick, !comes);  // the idle clock stands still while it shows
+        onTimer(windowHandle(1), 9);
         EXPECT_EQ(hintVisible, comes);
-        onTimer(fakeWindow(0), 9);
+        onTimer(windowHandle(0), 9);
         EXPECT_FALSE(hintVisible);
     }
-}
-
-TEST(Timers, BringTheHintWeeksAfterItWasLastBarred)
-{
-    const Desk desk(oneMonitor);
-    const Having window(idleHintWindow, fakeWindow(0));
-    const Having barred(hintNotBefore, fakes.tick);
-    idleHintWidth = 800, idleHintHeight = 600;
-    lastInputTick = fakes.tick;
-    onTimer(fakeWindow(0), 11);  // nothing: a child plays, and goes on for 28 days
-    fakes.tick += 0x90000000;
-    lastInputTick = fakes.tick - 8000;
-    onTimer(fakeWindow(0), 11);
-    EXPECT_TRUE(hintVisible);
-    discardHintPanel(fakeWindow(0));
 }

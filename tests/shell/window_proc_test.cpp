@@ -5,18 +5,17 @@
 #include "autodraw/sequencer.h"
 #include "clearing/wipes.h"
 #include "hint/idle.h"
-#include "hint/panel.h"
 #include "marks/cursor_pen.h"
 #include "marks/key_reactions.h"
 #include "marks/strokes.h"
 #include "menu/menu.h"
 #include "sound/bank_a.h"
 #include "sound/playback.h"
-#include "support/fakes.h"
+#include "support/desk.h"
 
 static LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0, int window = 0)
 {
-    return windowProc(fakeWindow(window), message, wParam, lParam);
+    return windowProc(windowHandle(window), message, wParam, lParam);
 }
 static LPARAM at(int x, int y)
 {
@@ -28,122 +27,136 @@ static TOUCHINPUT finger(DWORD flags)
 }
 
 // A desk on which everything runs that an input may stop, and every key is long ago.
-class Routing : public testing::Test {
-  protected:
-    Desk desk{twoMonitors};
-
-    Routing()
+struct Playing : Desk {
+    Playing() : Desk(twoMonitors)
     {
         tapClip = actionClip = SoundClip(clipHeaderBytes);
         strokeLoops.fill(tapClip);
-        calmDown();
-    }
-    ~Routing() override { autoStepsLeft = wipeRunning = false; }
-    void calmDown()
-    {
-        fakes.keysDown.clear();
-        resetKeyState(fakeWindow(0));
-        stopStrokeLoop();
-        lastInputTick = lastSpaceTick = lastClearTick = lastSoundTick = lastKeySoundTick = 0;
-        leftButtonDown = tapPending = dragMoved = hintVisible = menuOpen = false;
-        autoMode = 0;
         autoStepsLeft = 5;
         wipeRunning = true;
-        menuEntries.clear();
-        recorded = {};
-        fakes.passMs(5000);
-        markRng.seed(7);
+        calls.clear();
+        moveClocks(5000);
     }
-    // What an input has done, a letter for each thing, and the action that it has begun.
-    static std::string effects()
+    bool drew() const
     {
+        return std::any_of(calls.begin(), calls.end(), [](auto &call) { return call.argb != 0; });
+    }
+
+    // What inputs have done so far.
+    std::string effects() const
+    {
+        const bool clicked = std::any_of(sounds.begin(), sounds.end(),
+                                         [](auto &sound) { return sound.first == actionClip.data(); });
         std::string text;
-        const bool states[] = {lastInputTick == fakes.tick,
-                               lastClearTick == fakes.tick,
-                               keyMashCount > 0,
-                               !recorded.draws.empty(),
-                               leftButtonDown,
-                               menuOpen};
-        for (int i = 0; i < 6; ++i)
-            if (states[i]) text += "nbkplm"[i];
-        const char *calls[] = {"KillTimer 3 w0", "KillTimer 5 w0", "ImmAssociateContext w0",
-                               "ClipCursor",     "RegisterTouch",  "OpenClipboard"};
-        for (int i = 0; i < 6; ++i)
-            if (countCalls(calls[i]) > 0) text += "dwictx"[i];
-        for (const auto &sound : recorded.sounds)
-            if (sound.first == actionClip.data()) text += 's';
-        return autoMode ? text + std::to_string(autoMode) : text;
+        for (const auto &[what, done] : {std::pair{"heard", lastInputTick == tick},
+                                         {"background", lastClearTick == tick},
+                                         {"mash", keyMashCount > 0},
+                                         {"draws", drew()},
+                                         {"press", leftButtonDown},
+                                         {"menu", menuOpen},
+                                         {"stops drawing", count("KillTimer w0 3") > 0},
+                                         {"stops wipe", count("KillTimer w0 5") > 0},
+                                         {"no input method", count("ImmAssociateContext w0") > 0},
+                                         {"clips", count("ClipCursor") > 0},
+                                         {"touch", count("RegisterTouchWindow w0") > 0},
+                                         {"copies", count("OpenClipboard") > 0},
+                                         {"action sound", clicked}})
+            if (done) text += std::string(text.empty() ? "" : ", ") + what;
+        return autoMode ? text + ", action " + std::to_string(autoMode) : text;
     }
 };
 
-TEST_F(Routing, GivesEachInputItsEffectsAndNoOther)
+TEST(WindowProc, GivesEachInputItsEffectsAndNoOther)
 {
-    // What comes of it with the menu open, and the answer (77 is the system's own). An input is a key that
-    // goes down, or a message with its wParam in the low byte.
-    const std::pair<std::string, std::vector<UINT>> rows[] = {
-        {"nmdws3 0", {VK_RETURN, WM_CONTEXTMENU << 8}},
-        {"ndws2 0", {VK_ESCAPE}},
-        {"npdw 0", {VK_SPACE}},
-        {"np 0", {VK_LEFT, VK_UP, VK_RIGHT, VK_DOWN, VK_NUMPAD2, VK_NUMPAD4, VK_NUMPAD6, VK_NUMPAD8}},
-        {"ndw 0",
-         {VK_SHIFT, VK_CONTROL, VK_MENU, VK_CAPITAL, VK_LWIN, VK_RWIN, VK_NUMLOCK, VK_SCROLL, VK_LSHIFT,
-          VK_RSHIFT, VK_LCONTROL, VK_RCONTROL, VK_LMENU, VK_RMENU}},
-        {"nkdw 0", {'0', '9', 'A', 'Z', VK_NUMPAD0, VK_NUMPAD9}},
-        {"nkpdw 0", {VK_TAB, VK_F1, VK_F4, VK_MULTIPLY}},
-        {"mx 0", {VK_SNAPSHOT, WM_SYSKEYDOWN << 8 | VK_SNAPSHOT, (WM_APP + 1) << 8 | VK_SNAPSHOT}},
-        {"m 0",
-         {VK_APPS, WM_SYSKEYDOWN << 8 | 'Q', WM_DESTROY << 8, WM_TIMER << 8 | 99, WM_MOUSEMOVE << 8,
-          WM_LBUTTONUP << 8, WM_RBUTTONUP << 8}},
-        {"m 1", {WM_ERASEBKGND << 8}},
-        {"m 77", {WM_CLOSE << 8, WM_MOUSEWHEEL << 8}},
-        {"n 0", {WM_LBUTTONDOWN << 8, WM_RBUTTONDOWN << 8}},
-        {"ndws1 0", {WM_XBUTTONDOWN << 8}},
-        {"bmdw 1", {WM_APPCOMMAND << 8}},
-        {"mit 0", {WM_CREATE << 8}},
-        {"mi 0", {WM_SETFOCUS << 8}},
-        {"mic 77", {WM_ACTIVATE << 8 | WA_ACTIVE}},
-        {"mc 77", {WM_ACTIVATE << 8 | WA_INACTIVE, WM_ACTIVATEAPP << 8}}};
-    for (const auto &[wanted, inputs] : rows) {
-        for (const UINT input : inputs) {
-            calmDown();
+    const auto key = [](WPARAM code) { return MSG{nullptr, WM_KEYDOWN, code, 0, 0, {}}; };
+    const auto held = [](WPARAM code) { return MSG{nullptr, WM_KEYDOWN, code, 1 << 30, 0, {}}; };
+    const auto alt = [](WPARAM code, LPARAM more = 0) {
+        return MSG{nullptr, WM_SYSKEYDOWN, code, 1 << 29 | more, 0, {}};
+    };
+    const auto message = [](UINT number, WPARAM wParam = 0, LPARAM lParam = 0) {
+        return MSG{nullptr, number, wParam, lParam, 0, {}};
+    };
+    // What comes of it with the menu open, and whether the system's own answer follows.
+    const struct {
+        std::string effects;
+        LRESULT answer;
+        std::vector<MSG> inputs;
+    } rows[] = {
+        {"heard, menu, stops drawing, stops wipe, action sound, action 3",
+         0,
+         {key(VK_RETURN), message(WM_CONTEXTMENU, 0, -1)}},
+        {"heard, stops drawing, stops wipe, action sound, action 2", 0, {key(VK_ESCAPE)}},
+        {"heard, draws, stops drawing, stops wipe", 0, {key(VK_SPACE)}},
+        {"heard, draws",
+         0,
+         {key(VK_LEFT), key(VK_UP), key(VK_RIGHT), key(VK_DOWN), key(VK_NUMPAD2), key(VK_NUMPAD4),
+          key(VK_NUMPAD6), key(VK_NUMPAD8)}},
+        {"heard, stops drawing, stops wipe",
+         0,
+         {key(VK_SHIFT), key(VK_CONTROL), key(VK_MENU), key(VK_CAPITAL), key(VK_LWIN), key(VK_RWIN),
+          key(VK_NUMLOCK), key(VK_SCROLL), key(VK_LSHIFT), key(VK_RSHIFT), key(VK_LCONTROL), key(VK_RCONTROL),
+          key(VK_LMENU), key(VK_RMENU)}},
+        {"heard, mash, stops drawing, stops wipe",
+         0,
+         {key('0'), key('9'), key('A'), key('Z'), key(VK_NUMPAD0), key(VK_NUMPAD9)}},
+        {"heard, mash, draws, stops drawing, stops wipe",
+         0,
+         {key(VK_TAB), key(VK_F1), key(VK_F4), key(VK_MULTIPLY)}},
+        {"menu, copies", 0, {key(VK_SNAPSHOT), alt(VK_SNAPSHOT), message(WM_APP + 1, VK_SNAPSHOT)}},
+        {"menu",
+         0,
+         {held(VK_SNAPSHOT), alt(VK_F4, 1 << 30), key(VK_APPS), alt('Q'), message(WM_DESTROY),
+          message(WM_TIMER, 99), message(WM_MOUSEMOVE), message(WM_LBUTTONUP), message(WM_RBUTTONUP)}},
+        {"menu", 1, {message(WM_ERASEBKGND)}},
+        {"menu",
+         77,
+         {message(WM_CLOSE), message(WM_MOUSEWHEEL), message(WM_CONTEXTMENU, 0, at(-1, 5)),
+          message(WM_CONTEXTMENU, 0, at(5, -1))}},
+        {"heard", 0, {message(WM_LBUTTONDOWN), message(WM_RBUTTONDOWN)}},
+        {"heard, stops drawing, stops wipe, action sound, action 1", 0, {message(WM_XBUTTONDOWN)}},
+        {"background, menu, stops drawing, stops wipe", 1, {message(WM_APPCOMMAND)}},
+        {"menu, no input method, touch", 0, {message(WM_CREATE)}},
+        {"menu, no input method", 0, {message(WM_SETFOCUS)}},
+        {"menu, no input method, clips", 77, {message(WM_ACTIVATE, WA_ACTIVE)}},
+        {"menu, clips", 77, {message(WM_ACTIVATE, WA_INACTIVE), message(WM_ACTIVATEAPP)}}};
+    for (const auto &row : rows) {
+        for (const MSG &input : row.inputs) {
+            Playing desk;
+            REPLACE(DefWindowProcW, [] { return LRESULT(77); });
             menuOpen = true;
-            const UINT message = input < 256 ? WM_KEYDOWN : input >> 8;
-            const LPARAM flags = message == WM_CONTEXTMENU ? -1 : message == WM_SYSKEYDOWN ? 1 << 29 : 0;
-            const LRESULT answer = send(message, input & 255, flags);
-            EXPECT_EQ(effects() + " " + std::to_string(answer), wanted) << message << " " << (input & 255);
+            EXPECT_EQ(send(input.message, input.wParam, input.lParam), row.answer)
+                << std::hex << input.message << " " << input.wParam;
+            EXPECT_EQ(desk.effects(), row.effects) << std::hex << input.message << " " << input.wParam;
         }
     }
-    calmDown();
-    send(WM_KEYDOWN, VK_SNAPSHOT, 1 << 30);  // repeats of a held key
-    send(WM_SYSKEYDOWN, VK_F4, 3 << 29);
-    EXPECT_EQ(effects(), "");
-    EXPECT_EQ(send(WM_CONTEXTMENU, 0, at(-1, 5)) + send(WM_CONTEXTMENU, 0, at(5, -1)), 2 * 77);
 }
 
-TEST_F(Routing, GatesSoundsAndTheSpaceBar)
+TEST(WindowProc, GatesSoundsAndTheSpaceBar)
 {
-    fakes.touches = {finger(TOUCHEVENTF_DOWN)};
-    const std::tuple<DWORD &, DWORD, UINT, WPARAM> rows[] = {{lastSpaceTick, 300, WM_KEYDOWN, VK_SPACE},
-                                                             {lastKeySoundTick, 55, WM_KEYDOWN, VK_TAB},
-                                                             {lastKeySoundTick, 55, WM_APPCOMMAND, 0},
-                                                             {lastSoundTick, 40, WM_TOUCH, 1},
-                                                             {lastSoundTick, 30, WM_LBUTTONUP, 0}};
-    for (const auto &[last, gate, message, wParam] : rows) {
+    for (const auto &[last, gate, message, wParam] :
+         {std::tuple{&lastSpaceTick, 300u, WM_KEYDOWN, WPARAM(VK_SPACE)},
+          {&lastKeySoundTick, 55u, WM_KEYDOWN, WPARAM(VK_TAB)},
+          {&lastKeySoundTick, 55u, WM_APPCOMMAND, WPARAM(0)},
+          {&lastSoundTick, 40u, WM_TOUCH, WPARAM(1)},
+          {&lastSoundTick, 30u, WM_LBUTTONUP, WPARAM(0)}}) {
         for (const DWORD since : {gate - 1, gate}) {
-            calmDown();
+            SCOPED_TRACE(testing::Message() << "message " << message << ", " << since << " ms");
+            Playing desk;
+            desk.touches = {finger(TOUCHEVENTF_DOWN)};
             tapPending = message == WM_LBUTTONUP;
-            lastClearTick = fakes.tick - 1;  // too short ago to clear again
-            last = fakes.tick - since;
+            lastClearTick = desk.tick - 1;  // too short ago to clear again
+            *last = desk.tick - since;
             send(message, wParam);
-            EXPECT_EQ(last == fakes.tick, since == gate) << gate;
-            EXPECT_EQ(recorded.draws.empty(), since == 299 || message == WM_APPCOMMAND) << gate;
-            EXPECT_NE(lastClearTick, fakes.tick);
+            EXPECT_EQ(*last == desk.tick, since == gate);
+            EXPECT_EQ(desk.drew(), since != 299 && message != WM_APPCOMMAND);
+            EXPECT_NE(lastClearTick, desk.tick);
         }
     }
 }
 
-TEST_F(Routing, StartsAutoDrawingOrMarksAtEnterByItsDraw)
+TEST(WindowProc, StartsAutoDrawingOrMarksAtEnterByItsDraw)
 {
+    Playing desk;
     for (uint32_t seed = 0; seed < 400; ++seed) {  // the limit itself comes up among them
         markRng.seed(seed);
         send(WM_KEYDOWN, VK_RETURN);
@@ -152,138 +165,155 @@ TEST_F(Routing, StartsAutoDrawingOrMarksAtEnterByItsDraw)
     }
 }
 
-TEST_F(Routing, TurnsAPressIntoATapOrAStrokePastEightPixels)
+TEST(WindowProc, TurnsAPressIntoATap)
 {
+    Playing desk;
     send(WM_LBUTTONDOWN, 0, at(100, 100), 1);
     send(WM_MOUSEMOVE, 0, at(107, 103), 1);  // 58 below 64
-    EXPECT_EQ(effects(), "nldw");
-    EXPECT_EQ(lastStrokePoint.x * 1000 + lastStrokePoint.y, -540 * 1000 + 200);
+    EXPECT_EQ(desk.effects(), "heard, press, stops drawing, stops wipe");
+    EXPECT_EQ(lastStrokePoint.x, -540);
+    EXPECT_EQ(lastStrokePoint.y, 200);
     send(WM_LBUTTONUP, 0, at(107, 103), 1);
-    EXPECT_EQ(effects(), "npdw");
-    EXPECT_EQ(recorded.draws[0].dc, surfaces[1].canvasDC);
-    EXPECT_EQ(recorded.sounds.back().first, tapClip.data());
-    EXPECT_EQ(countCalls("SetCapture w1") + countCalls("ReleaseCapture"), 2);
-    calmDown();
-    send(WM_LBUTTONDOWN, 0, at(100, 100));
-    autoStepsLeft = 5;
-    fakes.passMs(50);
-    for (const auto &[x, y] : {POINT{108, 100}, {108, 101}, {-50, 130}})  // exactly 64, then no dead zone
-        send(WM_MOUSEMOVE, 0, at(x, y));
-    EXPECT_TRUE(lastInputTick == fakes.tick && autoStepsLeft == 0 && strokeLoopActive);
-    send(WM_LBUTTONUP);
-    EXPECT_FALSE(tapPending || dragMoved || strokeLoopActive);
-    ASSERT_EQ(recorded.draws.size(), 8u);  // a tap and three segments, in reach of both monitors
-    EXPECT_EQ(recorded.draws[2].numbers, (std::vector<float>{100, 100, 108, 100}));
-    EXPECT_EQ(recorded.draws[6].numbers, (std::vector<float>{108, 101, -50, 130}));
+    EXPECT_EQ(desk.effects(), "heard, draws, stops drawing, stops wipe");
+    EXPECT_EQ(desk.sounds.back().first, tapClip.data());
+    EXPECT_EQ(desk.text({"SetCapture", "ReleaseCapture"}), "SetCapture w1\nReleaseCapture\n");
 }
 
-TEST_F(Routing, OpensTheMenuWithTheRightButtonAndTheSpiralWithBoth)
+TEST(WindowProc, TurnsAPressIntoAStrokePastEightPixels)
 {
-    send(WM_RBUTTONDOWN, 0, at(400, 300));
-    EXPECT_EQ(effects(), "npmdws");
-    recorded = {};
-    fakes.keysDown = {VK_LBUTTON, VK_RBUTTON};
-    send(WM_MOUSEMOVE, 0, at(420, 300));
-    EXPECT_EQ(effects(), "nm");  // the menu holds the spiral off
+    Playing desk;
+    send(WM_LBUTTONDOWN, 0, at(100, 100));
+    autoStepsLeft = 5;
+    desk.moveClocks(50);
+    for (const auto &[x, y] : {POINT{108, 100}, {108, 101}, {-50, 130}})  // exactly 64, then no dead zone
+        send(WM_MOUSEMOVE, 0, at(x, y));
+    EXPECT_TRUE(lastInputTick == desk.tick && autoStepsLeft == 0 && strokeLoopActive);
+    send(WM_LBUTTONUP);
+    EXPECT_FALSE(tapPending || dragMoved || strokeLoopActive);
+    EXPECT_EQ(desk.count("FillEllipse c0"), 1);  // the tap
+    for (const auto &[canvas, segment] :
+         {std::pair{0, "100 100 108 100"}, {0, "108 100 108 101"}, {0, "108 101 -50 130"}})
+        EXPECT_NE(desk.text({"DrawLine c" + std::to_string(canvas)}).find(segment), std::string::npos)
+            << segment;
+}
+
+TEST(WindowProc, OpensTheMenuWithTheRightButtonAndTheSpiralWithBoth)
+{
+    {
+        Playing desk;
+        send(WM_RBUTTONDOWN, 0, at(400, 300));
+        EXPECT_EQ(desk.effects(), "heard, draws, menu, stops drawing, stops wipe, action sound");
+        desk.hold(VK_LBUTTON);
+        desk.hold(VK_RBUTTON);
+        send(WM_MOUSEMOVE, 0, at(420, 300));
+        EXPECT_EQ(keyMashCount, 0);  // the menu holds the spiral off
+    }
     for (const UINT second : {WM_RBUTTONDOWN, WM_LBUTTONDOWN}) {
-        calmDown();
-        fakes.keysDown = {VK_LBUTTON, VK_RBUTTON};
+        Playing desk;
+        desk.hold(VK_LBUTTON);
+        desk.hold(VK_RBUTTON);
         send(second, 0, at(400, 300));
-        EXPECT_EQ(effects(), second == WM_RBUTTONDOWN ? "nkpl" : "nkpldw");
-        EXPECT_EQ(countCalls("SetTimer 7 48 w0") + countCalls("SetTimer 6 210 w0"), 2);
-        for (const DWORD ms : {39, 1}) {
-            fakes.passMs(ms);
+        EXPECT_EQ(desk.effects(), second == WM_RBUTTONDOWN
+                                      ? "heard, mash, draws, press"
+                                      : "heard, mash, draws, press, stops drawing, stops wipe");
+        EXPECT_EQ(desk.text({"SetTimer"}), "SetTimer w0 6 210\nSetTimer w0 7 48\n");
+        for (const DWORD ms : {39, 1}) {  // every 40 ms a step
+            desk.moveClocks(ms);
             send(WM_MOUSEMOVE, 0, at(420, 300));
             EXPECT_EQ(spiralRadius, ms == 1 ? 84.0f : 77.0f);
         }
-        EXPECT_TRUE(!dragMoved && lastInputTick == fakes.tick);
+        EXPECT_TRUE(!dragMoved && lastInputTick == desk.tick);
         send(second + 1);  // its release
-        EXPECT_FALSE(recorded.timers.contains({fakeWindow(0), 7}));
+        EXPECT_FALSE(desk.timers.contains({windowHandle(0), 7}));
     }
 }
 
-TEST_F(Routing, LetsALetterWaitForItsReleaseOrTimerSix)
+TEST(WindowProc, LetsALetterWaitForItsReleaseOrTimerSix)
 {
     for (const UINT end : {WM_KEYUP, WM_TIMER}) {
-        calmDown();
+        Playing desk;
         send(WM_KEYDOWN, 'Q');
         send(WM_KEYUP, VK_TAB);
-        EXPECT_TRUE(pendingKey && recorded.draws.empty() && countCalls("SetTimer 6 210 w0") == 1);
-        fakes.passMs(210);
+        EXPECT_TRUE(pendingKey && !desk.drew());
+        EXPECT_EQ(desk.count("SetTimer w0 6 210"), 1);
+        desk.moveClocks(210);
         send(end, end == WM_KEYUP ? 'Q' : 6);
-        EXPECT_FALSE(pendingKey || recorded.draws.empty() || !recorded.timers.empty());
+        EXPECT_TRUE(!pendingKey && desk.drew() && !desk.timers.contains({windowHandle(0), 6}));
     }
-    recorded = {};
-    for (const int key : {int('Q'), int('Q'), VK_TAB}) {  // held on: a mash, which loses the letter
-        fakes.passMs(40);
-        send(WM_KEYDOWN, WPARAM(key), key == 'Q' ? 1 << 30 : 0);
+    Playing desk;
+    for (const WPARAM key :
+         {WPARAM('Q'), WPARAM('Q'), WPARAM(VK_TAB)}) {  // held on: a mash, which loses the letter
+        desk.moveClocks(40);
+        send(WM_KEYDOWN, key, key == 'Q' ? 1 << 30 : 0);
     }
     EXPECT_TRUE(!pendingKey && keyMashCount == 3 && spiralRadius == 84.0f);
     send(WM_KEYUP, VK_NUMPAD4);  // any letter or digit ends it
     EXPECT_TRUE(keyMashCount == 0 && !spiralCentreValid);
 }
 
-TEST_F(Routing, PaintsAFanFromEachFinger)
+TEST(WindowProc, PaintsAFanFromEachFinger)
 {
-    for (const DWORD flags : {TOUCHEVENTF_DOWN | TOUCHEVENTF_MOVE, TOUCHEVENTF_MOVE}) {
-        calmDown();
-        const bool moves = flags == TOUCHEVENTF_MOVE;
-        fakes.touches = {finger(flags), finger(TOUCHEVENTF_UP)};
+    for (const auto &[flags, reach, effects] :
+         {std::tuple{TOUCHEVENTF_DOWN | TOUCHEVENTF_MOVE, 70, "heard, draws, stops drawing, stops wipe"},
+          {TOUCHEVENTF_MOVE, 30, "heard, draws, stops drawing"}}) {
+        Playing desk;
+        desk.touches = {finger(DWORD(flags)), finger(TOUCHEVENTF_UP)};
         send(WM_TOUCH, 2);
-        EXPECT_EQ(effects(), moves ? "npd" : "npdw");
+        EXPECT_EQ(desk.effects(), effects);
         EXPECT_TRUE(penDotVisible && penDotPoint.x == -100 && penDotPoint.y == 200);
         markRng.seed(7);
-        const int toX = -100 + (moves ? randInt(-30, 30) : randInt(-70, 70));
-        const int toY = 200 + (moves ? randInt(-30, 30) : randInt(-70, 70));
-        EXPECT_EQ(recorded.draws[0].numbers, (std::vector<float>{-100, 200, float(toX), float(toY)}));
-        EXPECT_EQ(recorded.sounds.size(), moves ? 2u : 1u);  // a loop and its end, or a tap
-        EXPECT_EQ(countCalls("CloseTouchInputHandle"), 1);
+        const int dx = randInt(-reach, reach);
+        const int dy = randInt(-reach, reach);
+        const std::string line = "-100 200 " + std::to_string(-100 + dx) + " " + std::to_string(200 + dy);
+        EXPECT_NE(desk.text({"DrawLine c0"}).find(line), std::string::npos) << line;
+        EXPECT_EQ(strokeLoopClip != nullptr || desk.sounds.size() > 1, reach == 30);  // a loop, or one tap
+        EXPECT_EQ(desk.count("CloseTouchInputHandle"), 1);
+        desk.touches.clear();
+        send(WM_TOUCH, 1);  // the system does not report it: dropped, and the handle stays
+        EXPECT_EQ(desk.count("CloseTouchInputHandle"), 1);
     }
-    send(WM_TOUCH, 1);  // the system does not tell: dropped, and the handle stays
-    EXPECT_EQ(countCalls("CloseTouchInputHandle"), 1);
 }
 
-TEST_F(Routing, DropsTheMouseOfAFingerAndKeepsThatOfAPen)
+TEST(WindowProc, DropsTheMouseOfAFingerAndKeepsThatOfAPen)
 {
-    const std::tuple<LPARAM, bool> rows[] = {{0xFF515780, false}, {0xFF5157FF, false},
-                                             {-0xAEA880, false},  // the first one with its sign
-                                             {0xFF515700, true},  // a pen
-                                             {0xFF515800, true},  {0, true}};
-    for (const auto &[information, isMouse] : rows) {
-        calmDown();
-        fakes.extraInfo = information;
-        const auto marks = [&](UINT message, LPARAM place = 0) {
-            EXPECT_EQ(send(message, 0, place), 0);
-            return !recorded.draws.empty() || leftButtonDown || menuOpen || autoMode == 1;
-        };
-        EXPECT_EQ(marks(WM_RBUTTONDOWN, at(90, 90)), isMouse) << information;
-        calmDown();
-        EXPECT_EQ(marks(WM_XBUTTONDOWN), isMouse) << information;
-        calmDown();
-        EXPECT_EQ(marks(WM_LBUTTONDOWN, at(90, 90)), isMouse) << information;
-        EXPECT_EQ(marks(WM_MOUSEMOVE, at(150, 90)), isMouse) << information;
-        EXPECT_EQ(!recorded.draws.empty(), isMouse) << information;
-        leftButtonDown = true;
-        send(WM_LBUTTONUP);
-        EXPECT_EQ(!leftButtonDown, isMouse) << information;
-        fakes.touches = {finger(TOUCHEVENTF_DOWN)};
-        recorded.draws.clear();
+    for (const auto &[information, isMouse] : {std::pair{LPARAM(0xFF515780), false},
+                                               {LPARAM(0xFF5157FF), false},
+                                               {LPARAM(-0xAEA880), false},  // the first one with its sign
+                                               {LPARAM(0xFF515700), true},  // a pen
+                                               {LPARAM(0xFF515800), true},
+                                               {LPARAM(0), true}}) {
+        for (const auto &[message, effects] :
+             {std::pair{UINT(WM_RBUTTONDOWN), "heard, draws, menu, stops drawing, stops wipe, action sound"},
+              {WM_XBUTTONDOWN, "heard, stops drawing, stops wipe, action sound, action 1"},
+              {WM_LBUTTONDOWN, "heard, press, stops drawing, stops wipe"},
+              {WM_LBUTTONUP, "draws"},
+              {WM_MOUSEMOVE, "heard, draws, stops drawing"}}) {
+            Playing desk;
+            desk.extraInfo = information;
+            tapPending = message == WM_LBUTTONUP;
+            leftButtonDown = dragMoved = message == WM_MOUSEMOVE;
+            EXPECT_EQ(send(message, 0, at(90, 90)), 0);
+            leftButtonDown = message == WM_LBUTTONDOWN && leftButtonDown;
+            EXPECT_EQ(desk.effects(), isMouse ? effects : "") << std::hex << information << " " << message;
+        }
+        Playing desk;
+        desk.extraInfo = information;
+        desk.touches = {finger(TOUCHEVENTF_DOWN)};
         send(WM_TOUCH, 1);
-        EXPECT_FALSE(recorded.draws.empty()) << "a finger's own message";
+        EXPECT_TRUE(desk.drew()) << "a finger's own message";
     }
 }
 
-TEST_F(Routing, TakesTheButtonsAsEachHandHasThem)
+TEST(WindowProc, TakesTheButtonsAsEachHandHasThem)
 {
     for (const bool leftHanded : {false, true}) {
-        fakes.buttonsSwapped = leftHanded;
-        calmDown();
-        fakes.keysDown = {leftHanded ? VK_LBUTTON : VK_RBUTTON};  // the physical one
-        send(WM_RBUTTONDOWN, 0, at(90, 90));
-        EXPECT_TRUE(menuOpen && !leftButtonDown);
-        calmDown();
-        fakes.keysDown = {leftHanded ? VK_RBUTTON : VK_LBUTTON};
-        send(WM_RBUTTONDOWN, 0, at(90, 90));
-        EXPECT_TRUE(!menuOpen && leftButtonDown);
+        for (const bool leftHeld : {false, true}) {
+            Playing desk;
+            desk.buttonsSwapped = leftHanded;
+            desk.hold(leftHeld != leftHanded ? VK_LBUTTON : VK_RBUTTON);  // the physical one
+            send(WM_RBUTTONDOWN, 0, at(90, 90));
+            EXPECT_EQ(menuOpen, !leftHeld) << leftHanded;
+            EXPECT_EQ(leftButtonDown, leftHeld) << leftHanded;
+        }
     }
 }

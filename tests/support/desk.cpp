@@ -151,8 +151,15 @@ static HRESULT knownFolder(const GUID &id, PWSTR *path)
     return S_OK;
 }
 
-// One sound at a time, as the system's player.
 struct DeskImports {
+    // What lies in the clipboard is the system's.
+    static HANDLE setClipboard(UINT, HANDLE data)
+    {
+        forgetObject(data);
+        if (desk().clipboard) SYSTEM(DeleteObject)(desk().clipboard);
+        return desk().clipboard = data;
+    }
+    // One sound at a time, as the system's player.
     static BOOL play(LPCWSTR bytes, HMODULE, DWORD flags)
     {
         Desk &now = desk();
@@ -207,6 +214,7 @@ struct DeskImports {
             VirtualScreen{all.left, all.top, all.right - all.left, all.bottom - all.top});
         const RECT primary = desk().monitors.empty() ? RECT{} : desk().monitors[desk().primaryMonitor];
         switch (index) {
+        case SM_SWAPBUTTON: return desk().buttonsSwapped;
         case SM_XVIRTUALSCREEN: return screen.left;
         case SM_YVIRTUALSCREEN: return screen.top;
         case SM_CXVIRTUALSCREEN: return screen.width;
@@ -249,6 +257,21 @@ struct DeskImports {
         if (size != sizeof *touches || desk().touches.empty() || desk().touches.size() != count) return FALSE;
         std::copy(desk().touches.begin(), desk().touches.end(), touches);
         return TRUE;
+    });
+    ANSWER(GetMessageExtraInfo, [] { return desk().extraInfo; });
+    ANSWER(EnumDisplaySettingsW, [](LPCWSTR, DWORD, DEVMODEW *mode) -> BOOL {
+        const RECT &rect = desk().monitors.at(desk().primaryMonitor);
+        mode->dmPelsWidth = DWORD(rect.right - rect.left);
+        mode->dmPelsHeight = DWORD(rect.bottom - rect.top);
+        mode->dmDisplayOrientation = desk().orientation;
+        return TRUE;
+    });
+    // Functions that not every Windows has; others are not the program's.
+    pushReplacement("GetProcAddress", [](const Call &call) -> int64_t {
+        const char *const name = call.get<const char *>(1);
+        if (!Desk::current || !HIWORD(intptr_t(name)) || !desk().functions.contains(name))
+            return call.passOn();
+        return reinterpret_cast<int64_t>(desk().functions[name]);
     });
     ANSWER(SetWindowsHookExW, [](int, HOOKPROC hook) -> HHOOK {
         desk().hook = hook;
@@ -389,7 +412,7 @@ struct DeskImports {
     ANSWER(CoCreateInstance, [](REFCLSID id, LPUNKNOWN, DWORD, REFIID, void **object) -> HRESULT {
         return desk().makeObject ? desk().makeObject(id, object) : REGDB_E_CLASSNOTREG;
     });
-    ANSWER(SetClipboardData, [](UINT, HANDLE data) { return data; });
+    ANSWER(SetClipboardData, DeskImports::setClipboard);
     ANSWER(GetUserDefaultUILanguage, [] { return desk().uiLanguage; });
     ANSWER(SHGetKnownFolderPath,
            [](REFKNOWNFOLDERID id, DWORD, HANDLE, PWSTR *path) { return knownFolder(id, path); });
@@ -459,6 +482,7 @@ Desk::~Desk()
     surfaces.clear();
     for (DeskWindow &window : windows)
         freeContext(window);
+    if (clipboard) SYSTEM(DeleteObject)(clipboard);
     std::error_code ignored;
     if (!ownFolder.empty()) std::filesystem::remove_all(ownFolder, ignored);
     current = nullptr;

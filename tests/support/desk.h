@@ -63,13 +63,19 @@ struct Desk {
     std::set<int> keysDown, tapped;       // tapped: went down since the program last asked
     POINT cursor = {};
     HWND foreground = nullptr;
-    std::vector<TOUCHINPUT> touches;  // GetTouchInputInfo fails while this is empty
-    std::vector<MSG> messages;        // posted, or to be handed out by GetMessageW, which then ends the loop
-    std::function<void()> play;       // GetMessageW does this once before
-    DWORD lastError = 0;              // after CreateMutexW
+    bool buttonsSwapped = false;       // the mouse is a left-handed one's
+    LPARAM extraInfo = 0;              // GetMessageExtraInfo
+    DWORD orientation = DMDO_DEFAULT;  // of the primary monitor
+    std::vector<TOUCHINPUT> touches;   // GetTouchInputInfo fails while this is empty
+    std::vector<MSG> messages;         // posted, or to be handed out by GetMessageW, which then ends the loop
+    std::function<void()> play;        // GetMessageW does this once before
+    DWORD lastError = 0;               // after CreateMutexW
     LANGID uiLanguage = 0x0409;
     std::wstring programFile;  // the real one while empty
     std::map<std::wstring, std::wstring> environment;
+    std::map<std::string, const void *> functions = {{"SHGetPropertyStoreForWindow", nullptr},
+                                                     {"GetDisplayAutoRotationPreferences", nullptr},
+                                                     {"SetDisplayAutoRotationPreferences", nullptr}};
     std::function<HRESULT(REFCLSID, void **)> makeObject;  // CoCreateInstance fails while this is empty
 
     // What it did.
@@ -103,6 +109,7 @@ struct Desk {
   private:
     std::filesystem::path ownFolder;
     int64_t soundEnd = 0;
+    HANDLE clipboard = nullptr;
     friend struct DeskImports;
 };
 
