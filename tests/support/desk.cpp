@@ -400,9 +400,10 @@ struct DeskImports {
     // The rest of the system.
     ANSWER(PlaySoundW, DeskImports::play);
     ANSWER(SystemParametersInfoW, [](UINT action, UINT, PVOID value) -> BOOL {
-        const bool asks =
-            action == SPI_GETSTICKYKEYS || action == SPI_GETTOGGLEKEYS || action == SPI_GETFILTERKEYS;
-        if (asks) static_cast<DWORD *>(value)[1] = 0xFF;  // behind the size in all three records
+        const UINT all[] = {SPI_GETSTICKYKEYS, SPI_GETTOGGLEKEYS, SPI_GETFILTERKEYS, SPI_GETMOUSEKEYS,
+                            SPI_GETHIGHCONTRAST};
+        const bool asks = std::count(std::begin(all), std::end(all), action) != 0;
+        if (asks) static_cast<DWORD *>(value)[1] = 0xFF;  // behind the size in all records
         return TRUE;
     });
     ANSWER(CreateMutexW, [] {

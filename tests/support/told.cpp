@@ -10,7 +10,8 @@
 // What is told of which argument:
 //   g Graphics   b brush   p pen   h path   P points with their count   I points of integers with it
 //   f number   i integer   u unsigned   x bits   c colour   w window   r RECT   R RectF   s text   m image
-//   q point or size   a blend   d DC   B brush of GDI   o object of GDI   z sound   - nothing
+//   q point or size   a blend   d DC   B brush of GDI   o object of GDI   z sound   F flags of a record   -
+//   nothing
 // Names that are not here are told without arguments if they are the system's, or not at all if they only
 // ask.
 // clang-format off
@@ -34,7 +35,7 @@ static const std::pair<const char *, const char *> arguments[] = {
     {"SetWindowRgn", "w"}, {"SetLayeredWindowAttributes", "wxix"}, {"InvalidateRect", "wr"},
     {"SetTimer", "wuu"}, {"KillTimer", "wu"}, {"SetForegroundWindow", "w"}, {"SetActiveWindow", "w"},
     {"SetFocus", "w"}, {"SetCapture", "w"}, {"ClipCursor", "r"}, {"RegisterTouchWindow", "w"},
-    {"ImmAssociateContext", "w"}, {"SetWindowsHookExW", "i--u"}, {"SystemParametersInfoW", "xu"},
+    {"ImmAssociateContext", "w"}, {"SetWindowsHookExW", "i--u"}, {"SystemParametersInfoW", "x-F"},
     {"SetThreadExecutionState", "x"}, {"PostMessageW", "wxu"}, {"PostQuitMessage", "i"},
     {"DefWindowProcW", "wx"}, {"OpenClipboard", "w"}, {"SetClipboardData", "u"},
     {"AllowSetForegroundWindow", "i"}, {"CreateMutexW", "--s"}, {"PlaySoundW", "z-u"},
@@ -194,6 +195,10 @@ static Told toldOf(const Call &call, const char *kinds)
                 addNumber(told, line, double(pair->x));
                 addNumber(told, line, double(pair->y));
             }
+            break;
+        case 'F':
+            line << " flags x" << std::hex << std::uppercase << static_cast<const DWORD *>(pointer)[1]
+                 << std::dec;
             break;
         case 'a': addNumber(told, line, call.get<const BLENDFUNCTION *>(i)->SourceConstantAlpha); break;
         case 'R': {
