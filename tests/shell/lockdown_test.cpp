@@ -4,6 +4,7 @@
 
 #include "hint/panel.h"
 #include "saving/save_dialog.h"
+#include "shell/window_order.h"
 #include "support/desk.h"
 
 // What is so while a key goes down: flags, modifiers, and whether the program can be told.

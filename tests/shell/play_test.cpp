@@ -8,7 +8,7 @@
 #include <fstream>
 
 #include "hint/panel.h"
-#include "mascot/show.h"
+#include "mascot/fireworks.h"
 #include "mascot/walker.h"
 #include "menu/menu.h"
 #include "shell/startup.h"

@@ -12,6 +12,7 @@
 #include "settings/language.h"
 #include "shell/lockdown.h"
 #include "shell/shutdown.h"
+#include "shell/volume.h"
 #include "shell/window_proc.h"
 #include "support/objects.h"
 #include "support/recorded.h"
