@@ -1,5 +1,4 @@
-// The auto-drawing on known streams. The numbers stand for what is drawn there, call by call; they were
-// recorded from code whose draws, sizes, spacing and ends longer tests had passed.
+// Auto-drawing: the ranges of its draws, and what follows from them.
 #include <gtest/gtest.h>
 
 #include "autodraw/motifs.h"
@@ -9,171 +8,189 @@
 #include "autodraw/sequencer.h"
 #include "autodraw/sketches.h"
 #include "clearing/actions.h"
-#include "clearing/wipes.h"
-#include "marks/bursts.h"
+#include "marks/angles.h"
 #include "marks/strokes.h"
 #include "sound/playback.h"
-#include "support/fakes.h"
+#include "support/desk.h"
+#include "support/draws.h"
+#include "support/recorded.h"
 
-using Told = std::vector<int64_t>;
-
-// Folds what a function draws, repaints and gives back, on so many streams, into one number.
-static uint32_t hashOver(uint32_t seeds, const std::vector<RECT> &monitors, auto draw)
+// How many points, its ends, and the corners of its box.
+static std::string shapeOf(const std::vector<POINT> &points)
 {
-    std::wstring all;
-    for (uint32_t seed = 1; seed <= seeds; ++seed) {
-        const Desk desk(monitors);
-        seedAll(seed);
-        clearScene();
-        resetPen();
-        autoMode = scatterShape = wipeStyle = wipeScale = wipeCorner = penColorLife = 0;
-        revealWipe = penLastValid = rainbowStroke = false;
-        penColor = backgroundColor = revealColor = strokeColor = 0;
-        lastPenStepTick = lastSoundTick = lastNoteTick = lastScatterTick = 0;
-        for (const int64_t number : draw(seed))
-            all += std::to_wstring(number) + L" ";
-        const std::string text = textOfRecord();
-        all.append(text.begin(), text.end());
-        EXPECT_EQ(recorded.alive, 0) << seed;
-    }
-    return hashOf(all);
+    RECT box = {points[0].x, points[0].y, points[0].x, points[0].y};
+    for (const POINT &each : points)
+        box = {std::min(box.left, each.x), std::min(box.top, each.y), std::max(box.right, each.x),
+               std::max(box.bottom, each.y)};
+    std::string text = std::to_string(points.size()) + " points:";
+    for (const LONG number : {points[0].x, points[0].y, points.back().x, points.back().y, box.left, box.top,
+                              box.right, box.bottom})
+        text += " " + std::to_string(number);
+    return text;
 }
 
-TEST(Outlines, AreTracedWithoutAGap)
-{
-    const std::pair<void (*)(POINT), uint32_t> pictures[] = {
-        {outlineStar, 0x2af86676},   {outlineSquare, 0x032caaa8},  {outlineDiamond, 0x82e7a484},
-        {outlineHeart, 0xbc91b6b3},  {outlineEllipse, 0xa6045c52}, {outlineTriangle, 0xa7108fcd},
-        {outlineFlower, 0xe19425fb}, {outlineSun, 0x8a99248b},     {outlineFace, 0x1c6960bf},
-        {outlineHouse, 0x100893bd},  {outlineRocket, 0x8a6c2c7d},  {outlineStickFigure, 0xcb889bba},
-        {outlineRainbow, 0x98d2c1ba}};
-    for (const auto &[build, hash] : pictures) {
-        const auto trace = [build = build](uint32_t seed) {
-            build(seed % 4 ? POINT{400, 300} : POINT{5, 590});        // or at the edge of the screen
-            outlineQueue.insert(outlineQueue.begin() + 1, {{9, 9}});  // too short to be seen
-            for (const std::vector<POINT> &polyline : outlineQueue) {
-                for (size_t i = 1; i < polyline.size(); ++i)
-                    EXPECT_LE(distanceBetween(polyline[i - 1], polyline[i]), 14.75);
-            }
-            autoFlurryLeft = seed % 3 == 0;
-            const DWORD soundAtEnd = outlineQuick ? fakes.tick : 0;
-            int steps = 0;
-            for (; outlineTracing; ++steps)
-                traceOutlineStep();
-            EXPECT_EQ(lastSoundTick, soundAtEnd);
-            EXPECT_FALSE(traceOutlineStep() || outlineQuick || penColor != outlineColor);
-            return Told{steps, penColorLife};
-        };
-        EXPECT_EQ(hashOver(8, oneMonitor, trace), hash) << std::hex << hash;
-    }
-    const auto place = [](uint32_t) {
-        placeOutline({400, 300});
-        return Told{int(outlineQueue.front().size())};
-    };
-    EXPECT_EQ(hashOver(2000, {}, place), 3035467156u);
-    std::vector<POINT> line;
-    for (const LONG x : {0, 20, 20})  // a spacing of 8 at least; no way at all: the same point again
-        appendSpaced(line, {x, 0}, 3);
-    EXPECT_EQ(line.size() * 10 + size_t(line[1].x), 58u);
-}
+static constexpr void (*outlines[])(POINT) = {
+    outlineStar,     outlineSquare,      outlineDiamond, outlineHeart, outlineEllipse,
+    outlineTriangle, outlineFlower,      outlineSun,     outlineFace,  outlineHouse,
+    outlineRocket,   outlineStickFigure, outlineRainbow};
 
-TEST(PenPaths, AreShortAndInsideTheLaunchMonitor)
+TEST(Outlines, FollowFromTheirDraws)
 {
-    const auto walk = [](uint32_t) {
-        for (int i = 0; i < 2; ++i) {  // anywhere, then away from the last place
-            newPenPath();
-            EXPECT_TRUE(penPath.size() >= 2 && penPath.size() <= 48 && penPathIndex == 0);
-            EXPECT_EQ(distanceBetween(penLastPoint, penPath.back()), 0.0);
-            for (const POINT &point : penPath)
-                EXPECT_TRUE(point.x >= 52 && point.y >= 52 && point.x < 748 && point.y < 548);
-            paintSegments(penPath, 0x808080, 1, 2);
+    std::string text;
+    for (const auto &outline : outlines) {
+        for (const double share : {0.2, 0.7}) {
+            Desk desk(oneMonitor);
+            Draws draws(share);
+            outline({400, 300});
+            text += "- " + draws.take() + (outlineQuick ? ", quick" : "");
+            for (const auto &polyline : outlineQueue)
+                text += "; " + shapeOf(polyline);
+            text += "\n";
         }
-        return Told{penLastPoint.x, penLastPoint.y};
-    };
-    EXPECT_EQ(hashOver(40, twoMonitors, walk), 3806615638u);
-    const auto place = [](uint32_t) {  // too small for the distances: the tries run out
+    }
+    expectRecorded("autodraw/outlines", text);
+    const auto place = [] { return placeOutline({87, 300}), ""; };
+    text = chosen(999, {88, 300}, place) + "- large\n" + chosen(5, {88, 300, 94}, place) + "- simple\n" +
+           chosen(99, {88, 300, 95}, place) + "- size classes\n";
+    for (const auto &outline : outlines)
+        if (outline != outlineHeart && outline != outlineEllipse)
+            text += chosen(99, {6}, [&] { return outline({400, 300}), ""; });
+    expectRecorded("autodraw/outlines chosen", text);
+}
+
+TEST(Outlines, AreTracedWithoutAGapAndFasterInAFlurry)
+{
+    std::string text;
+    for (const auto &[flurry, quick] : {std::pair(0, false), {1, false}, {0, true}, {1, true}}) {
+        Desk desk(oneMonitor);
+        Draws draws(0.0);
+        beginOutline(quick);
+        outlineQueue = {{{9, 9}}, {}, {{9, 9}}};  // too short to be seen
+        for (const LONG x : {0, 20, 20})          // 8 pixels apart at least, the same point once more
+            appendSpaced(outlineQueue[1], {100 + x, 100}, 3);
+        appendArc({100, 100}, 50, 0.0f, pi, 9, 20);
+        for (autoFlurryLeft = flurry; outlineTracing;)
+            EXPECT_TRUE(traceOutlineStep());
+        text += draws.take() + joined({"Draw"}) + "\n";
+        EXPECT_EQ(lastSoundTick, quick ? desk.tick : 0);
+        EXPECT_FALSE(traceOutlineStep() || outlineQuick || penColor != outlineColor || penColorLife != 6);
+    }
+    expectRecorded("autodraw/traces", text);
+}
+
+TEST(PenPaths, FollowFromTheirDraws)
+{
+    Desk desk(oneMonitor);
+    std::string text;
+    for (const int form : {0, 1, 2, 3, 4, 5, 2}) {
+        Draws draws(0.4, {form}, 0.618);
+        newPenPath();
+        text += "- " + draws.take() + "; " + shapeOf(penPath) + "\n";
+    }
+    expectRecorded("autodraw/pen paths", text);
+    for (const auto &[x, starts, ends] : {std::tuple(120, 2, 26), {121, 22, 26}, {40, 2, 2}, {41, 2, 28}}) {
+        Draws draws(0.5);  // all draws lie in the middle, at 400
+        penLastPoint = {x, 300};
         penLastValid = true;
-        penLastPoint = {150, 150};
-        const POINT from = freshPenStart(), to = farPointFrom(from);
-        return Told{from.x, from.y, to.x, to.y};
-    };
-    EXPECT_EQ(hashOver(20, {{0, 0, 300, 300}}, place), 3777395839u);
-}
-
-TEST(Scenes, AreDrawnStepByStepAndGoOnAfterAStop)
-{
-    for (const auto &[motif, hash] : {std::pair(false, 96657707u), {true, 4046884430u}}) {
-        for (const int stopAfter : {0, 2}) {
-            const auto draw = [motif = motif, stopAfter](uint32_t) {
-                autoMode = 3;
-                motif ? startMotif() : startSketch();
-                int step = 1;
-                for (; motifActive || sketchActive; ++step) {
-                    EXPECT_TRUE(motif ? stepMotif() : stepSketch() != sketchActive) << step;
-                    if (step != stopAfter) continue;
-                    const Rng stream = markRng;
-                    autoStepsLeft = 5;
-                    stopAutoDrawing();
-                    startAction(3);
-                    markRng = stream;
-                }
-                return Told{step};
-            };
-            EXPECT_EQ(hashOver(30, oneMonitor, draw), hash) << motif;  // all forms are among them
-        }
+        freshPenStart();
+        EXPECT_EQ(int(draws.ranges.size()), starts) << x;
+        draws.ranges.clear();
+        farPointFrom({x, 300});
+        EXPECT_EQ(int(draws.ranges.size()), ends) << x;
     }
 }
 
-TEST(Runs, EndByTheirCountWithTheirPausesBetween)
+TEST(Scenes, FollowFromTheirDrawsAndGoOnAfterAStop)
 {
-    for (const auto &[action, begun, drawn] :
-         {std::tuple(1, 2077555193u, 2265567027u), {2, 311842405u, 0u}, {3, 1395254596u, 786444461u}}) {
-        const auto timer = std::pair(fakeWindow(0), UINT_PTR(3));
-        const auto begin = [&, action = action](uint32_t) {
-            penLastValid = true;
-            penPath = {{1, 2}, {3, 4}};
-            startAction(action);
-            stopWipe();
-            EXPECT_TRUE(lastSoundTick == fakes.tick && penPath.empty() == (action == 3));
-            EXPECT_EQ(penLastValid, action != 3);
-            const int pause = int(recorded.timers[timer]);
-            return Told{autoStepsLeft, pause,     autoFlurryLeft, scatterShape,    wipeStyle,
-                        revealWipe,    wipeScale, wipeCorner,     backgroundColor, revealColor};
-        };
-        EXPECT_EQ(hashOver(400, {{0, 0, 8, 8}}, begin), begun) << action;
-        const auto run = [&, action = action](uint32_t) {
-            startAction(action);
-            const int steps = autoStepsLeft;
-            int fired = 0, pauses = 0;
-            for (; recorded.timers.contains(timer) && fired < 100; ++fired) {
-                pauses += (fired + 1) * int(recorded.timers[timer]);
-                fakes.passMs(recorded.timers[timer]);
-                onTimer3();
+    std::string text;
+    for (int form = 0; form < 11; ++form) {
+        Desk desk(oneMonitor);
+        Draws draws(0.2, form < 5 ? std::vector{form} : std::vector{400, 300, form - 5});
+        form < 5 ? startSketch() : startMotif();
+        text += "- laid out: " + draws.take() + "\n";
+        draws.stride = 0.35;
+        for (int step = 0; sketchActive || motifActive; ++step) {
+            if (step == 2) {  // neither a stop nor the start of a run drops it
+                autoStepsLeft = 1;
+                stopAutoDrawing();
+                startAction(3);
+                draws.ranges.clear();
+                autoMode = 0;
             }
-            EXPECT_EQ(fired, steps);
-            EXPECT_TRUE(autoMode + autoStepsLeft + countCalls("InvalidateRect with") == 0 && canvasDirty);
-            return Told{pauses};
-        };
-        if (action == 2) continue;
-        EXPECT_EQ(hashOver(10, twoMonitors, run), drawn) << action;
+            desk.calls.clear();
+            EXPECT_TRUE(form < 5 ? stepSketch() != sketchActive : stepMotif());
+            const std::string said = draws.take() + joined({"Fill", "Draw", "InvalidateRect w0 all"});
+            if (step < 4 || !(sketchActive || motifActive)) text += std::to_string(step) + ": " + said + "\n";
+        }
+        EXPECT_EQ(leaks(), "");
+    }
+    expectRecorded("autodraw/scenes", text);
+}
+
+static std::string step(int last, const std::vector<int> &forced, void (*draw)())
+{
+    return chosen(last, forced, [&] {
+        resetPen();
+        clearScene();
+        penColorLife = forced.size() == 4 ? 0 : 2;
+        penLastValid = canvasDirty = false;
+        lastSoundTick = lastScatterTick = 0;
+        for (LONG x = 100; x < 500; x += 20)
+            penPath.push_back({x, 300});
+        draw();
+        return std::string(outlineTracing ? ", a picture" : "") + (lastSoundTick ? ", heard" : "") + ", " +
+               std::to_string(autoStepsLeft) + " steps, shape " + std::to_string(scatterShape);
+    });
+}
+
+TEST(Runs, ChooseByTheirDraws)
+{
+    const auto scatter = [] { autoMode = autoStepsLeft = 1, onTimer3(); };
+    const auto pause = [] {  // and the next one
+        autoMode = autoStepsLeft = 3;
+        for (int i = 0; i < 2; ++i) {
+            outlineTracing = true;
+            onTimer3();
+        }
+    };
+    const auto run = [] { startAction(1); };
+    const auto drawing = [] { startAction(3); };
+    expectRecorded("autodraw/runs",
+                   "- motif\n" + step(99, {}, autoDrawStep) + "- sketch\n" + step(99, {14}, autoDrawStep) +
+                       "- bold pen\n" + step(99, {14, 12}, autoDrawStep) + "- pen colour\n" +
+                       step(2, {14, 12, 14, 3}, autoDrawStep) + "- picture\n" +
+                       step(99, {14, 12, 14, 3, 10, 1, 1, 1}, autoDrawStep) + "- scattering\n" +
+                       step(100, {}, scatter) + "- pause\n" + step(99, {}, pause) + "- run of marks\n" +
+                       step(4, {}, run) + step(4, {0}, run) + "- run of drawing\n" + step(4, {}, drawing));
+}
+
+TEST(Runs, EndByTheirCount)
+{
+    for (const int action : {1, 3}) {
+        Desk desk(oneMonitor);
+        penLastValid = true;
+        outlineQueue = {{{1, 2}, {3, 4}}};
+        startAction(action);
+        EXPECT_TRUE(outlineQueue.empty() == (action == 3) && penLastValid == (action == 1));
+        for (int left = autoStepsLeft; left > 0; --left) {
+            EXPECT_EQ(autoStepsLeft, left);
+            desk.wait(desk.timers[{primaryWindow(), 3}].period);
+        }
+        EXPECT_TRUE(desk.timers.empty() && autoMode == 0 && canvasDirty);
     }
 }
 
 TEST(PenWalk, DrawsElsewhereWhenItFellOffAllMonitors)
 {
     for (const bool blind : {false, true}) {  // a surface that cannot be drawn on
-        const auto step = [blind](uint32_t) {
-            autoMode = 3;
-            penPath.assign(20, POINT{30000, 30000});
-            Having dc(surfaces[0].canvasDC, blind ? nullptr : surfaces[0].canvasDC);
-            autoDrawStep();
-            if (motifActive || sketchActive) return Told{};
-            EXPECT_EQ(recorded.draws.size(), blind ? 0u : 1u);
-            EXPECT_EQ(penLastValid, !blind);
-            EXPECT_EQ(lastPenStepTick + lastSoundTick > 0, !blind);
-            EXPECT_TRUE(blind ? !outlineTracing : recorded.draws[0].numbers[2] == float(penLastPoint.x));
-            return Told{outlineTracing};
-        };
-        EXPECT_EQ(hashOver(30, oneMonitor, step), blind ? 146579602u : 15276140u);
+        Desk desk(oneMonitor);
+        Draws draws(0.9);
+        penPath.assign(20, POINT{30000, 30000});
+        HDC canvas = std::exchange(surfaces[0].canvasDC, blind ? nullptr : surfaces[0].canvasDC);
+        autoDrawStep();
+        EXPECT_EQ(desk.count("DrawLine"), !blind) << desk.text({"Draw"});
+        EXPECT_EQ(penLastValid, !blind);
+        EXPECT_EQ(penLastPoint.x == 0, blind);
+        surfaces[0].canvasDC = canvas;
     }
 }

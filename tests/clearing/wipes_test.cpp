@@ -5,105 +5,98 @@
 #include "autodraw/sequencer.h"
 #include "clearing/actions.h"
 #include "sound/playback.h"
-#include "support/fakes.h"
+#include "support/desk.h"
+#include "support/draws.h"
+#include "support/recorded.h"
 
-static const MarkColor wipeColor = 0x78C8E6;
+static constexpr MarkColor fresh = 0x78C8E6, revealed = 0x112233;
 
 static void begin(int style, int corner = 0)
 {
     startWipe();
     wipeStyle = style;
     wipeCorner = corner;
-    wipeScale = 2;
     revealWipe = style == 5 || style == 7;
-    backgroundColor = wipeColor;
-    revealColor = 0x112233;
-    recorded = {};
+    backgroundColor = fresh;
+    revealColor = revealed;
+    Desk::current->calls.clear();
 }
 
-TEST(StartWipe, StopsARunAndSoundsUnlessSilent)
+TEST(StartWipe, ChoosesByItsDrawsAndStopsARun)
 {
-    for (const bool sound : {true, false}) {
-        const Desk desk(oneMonitor);
-        Having enabled(soundEnabled, sound);
-        lastSoundTick = 0;
-        autoStepsLeft = 3;
-        startAction(2);
-        EXPECT_EQ(lastSoundTick, sound ? fakes.tick : 0);
-        EXPECT_TRUE(wipeLoopPlaying == sound && autoStepsLeft == 0);
-        EXPECT_EQ((recorded.timers), (std::map<std::pair<HWND, UINT_PTR>, UINT>{{{fakeWindow(0), 5}, 16}}));
-        stopWipe();
-    }
+    const auto start = [] {
+        autoStepsLeft = autoMode = 3;
+        canvasDirty = false;
+        startWipe();
+        return ", style " + std::to_string(wipeStyle) + (revealWipe ? ", reveals" : "") +
+               (canvasDirty ? joined({"SetTimer", "KillTimer"}) : "") + "; " + std::to_string(autoStepsLeft);
+    };
+    expectRecorded("clearing/chosen", chosen(99, {}, start) + chosen(5, {4}, start) + chosen(1, {3}, start));
 }
 
-// After every tick the canvases show the colour exactly where the strips repainted so far lie.
-TEST(PlainWipe, CoversBothMonitorsStripByStrip)
+// The canvases and the repaints of some ticks of each wipe, with its length.
+TEST(Wipe, CoversEveryMonitorStepByStep)
 {
-    for (const int row : {0, 1, 2, 3, 4, 14, 24, 34, 6}) {
-        SCOPED_TRACE(row);
-        const int style = row % 10, corner = row / 10;
-        const Desk desk(twoMonitors);
+    std::string text;
+    for (const auto &[style, corner, scale] : {std::tuple(0, 0, 0),
+                                               {1, 0, 0},
+                                               {2, 0, 0},
+                                               {3, 0, 0},
+                                               {4, 0, 0},
+                                               {4, 1, 0},
+                                               {4, 2, 0},
+                                               {4, 3, 0},
+                                               {6, 0, 0},
+                                               {5, 0, 0},
+                                               {5, 0, 2},
+                                               {7, 0, 0}}) {
+        Desk desk({{0, 0, 100, 1300}, {-1580, 100, 0, 390}});
+        Draws draws(0.3, {}, 0.618);
         begin(style, corner);
-        HRGN shown = CreateRectRgn(0, 0, 0, 0);  // virtual-screen coordinates
-        while (wipeRunning) {
-            recorded.invalidations.clear();
+        draws.ranges.clear();
+        wipeScale = scale;
+        text += "- style " + std::to_string(style) + ", corner " + std::to_string(corner) + ", scale " +
+                std::to_string(scale) + "\n";
+        for (int tick = 1; wipeRunning; ++tick) {
+            desk.calls.clear();
             wipeTick();
-            for (auto [window, whole, strip] : recorded.invalidations) {
-                const RECT &monitor = twoMonitors[window != fakeWindow(0)];
-                OffsetRect(&strip, monitor.left, monitor.top);
-                EXPECT_TRUE(!whole && (style == 6 || !RectInRegion(shown, &strip)));  // nothing twice
-                HRGN part = CreateRectRgnIndirect(&strip);
-                CombineRgn(shown, shown, part, RGN_OR);
-                DeleteObject(part);
-            }
-            for (int i = 0; i < 900; ++i) {
-                const int x = -640 + i % 30 * 48 + wipeStep % 48, y = i / 30 * 20 + wipeStep % 20;
-                ASSERT_EQ(desk.pixel(x, y) == wipeColor, PtInRegion(shown, x, y)) << x << "," << y;
-            }
+            const std::string calls =
+                draws.take() + joined({"FillRect", "FillE", "Draw", "Invalidate", "KillTimer"});
+            if (!wipeRunning || (revealWipe ? tick == 30 : tick == 1 || tick == 60))
+                text += "tick " + std::to_string(tick) + ": " + calls + "\n";
+            EXPECT_EQ(wipeLoopPlaying, wipeRunning);
         }
-        EXPECT_EQ(wipeStep, style < 2 ? 106 : style == 6 ? 182 : 119);
-        for (const POINT end : {POINT{0, 0}, {799, 599}, {-640, 100}, {-1, 579}})
-            EXPECT_TRUE(PtInRegion(shown, end.x, end.y));
-        EXPECT_FALSE(wipeLoopPlaying || recorded.calls != std::vector<std::string>{"KillTimer 5 w0"});
-        DeleteObject(shown);
+        EXPECT_EQ(leaks(), "");
+        const MarkColor end = style == 5 || style == 7 ? revealed : fresh;
+        for (const auto &[x, y] :
+             {std::pair(0, 0), {99, 1299}, {50, 700}, {-1580, 100}, {-1, 389}, {-700, 250}})
+            EXPECT_EQ(desk.pixel(x, y), end) << style << " at " << x << "," << y;
+        EXPECT_TRUE(backgroundColor == end && !revealWipe && desk.timers.empty());
     }
+    expectRecorded("clearing/wipes", text);
 }
 
-// The numbers stand for every call and repaint of every tick; they were taken while the calls were also
-// checked against their formulas.
-TEST(Wipe, EndsWithTheLastMonitorOrAfter185Steps)
+TEST(Wipe, EndsWithTheLastMonitorOrAfter186Ticks)
 {
-    const std::vector<RECT> narrowFirst = {{0, 0, 1280, 50}, {1280, 0, 3200, 50}};
-    for (const auto &[style, monitors, ticks, hash] : {std::tuple{0, narrowFirst, 101, 2207891105u},
-                                                       {0, {{0, 0, 195, 50}}, 186, 3572871812u},
-                                                       {5, twoMonitors, 51, 2319236235u},
-                                                       {7, twoMonitors, 116, 2031384491u}}) {
-        const Desk desk(monitors);
-        begin(style);
+    for (const auto &[first, second, ticks] :
+         {std::tuple(1280, 1920, 101), {1920, 1280, 107}, {50, 195, 186}}) {
+        Desk desk({{0, 0, first, 50}, {first, 0, first + second, 50}});
+        begin(0);
         while (wipeRunning)
             wipeTick();
-        const std::string text = textOfRecord();
-        EXPECT_EQ(hashOf({text.begin(), text.end()}), hash) << style;
-        EXPECT_EQ(wipeStep, ticks);
-        if (style == 0) continue;
-        EXPECT_TRUE(desk.pixel(400, 300) == revealColor && desk.pixel(-320, 340) == revealColor);
-        EXPECT_FALSE(backgroundColor != revealColor || revealWipe || wipeLoopPlaying || recorded.alive != 0);
+        EXPECT_EQ(wipeStep, ticks) << second;
     }
 }
 
 TEST(StopWipe, LeavesTheCanvasHalfWiped)
 {
-    const Desk desk(twoMonitors);
+    Desk desk(twoMonitors);
     begin(1);
-    revealWipe = true;
-    for (int i = 0; i < 50; ++i)
-        wipeTick();
-    recorded.invalidations.clear();
+    desk.wait(50 * 16);
+    desk.calls.clear();
     stopWipe();
     stopWipe();  // nothing more happens
-    EXPECT_EQ(recorded.calls, (std::vector<std::string>{"KillTimer 5 w0"}));
-    EXPECT_TRUE(recorded.invalidations.size() == 2 && recorded.invalidations[1].whole);
-    // 50 steps of 8 and 4 more from the right
-    EXPECT_TRUE(desk.pixel(396, 5) == wipeColor && desk.pixel(395, 5) == 0);
-    EXPECT_FALSE(!revealWipe || wipeRunning || wipeLoopPlaying || backgroundColor != wipeColor);
+    wipeTick();
+    EXPECT_EQ(desk.text(), "KillTimer w0 5\nInvalidateRect w0 all\nInvalidateRect w1 all\n");
+    EXPECT_TRUE(desk.pixel(396, 5) == fresh && desk.pixel(395, 5) == 0);  // 50 steps of 8, and 4
 }

@@ -2,47 +2,44 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <limits>
+#include <tuple>
 
 TEST(RandInt, TakesTheUpperHalfOfOneProduct)
 {
     Rng byHand(5489);
-    const uint64_t outputs[] = {byHand(), byHand(), byHand(), byHand(), byHand()};
+    const uint64_t outputs[] = {byHand(), byHand(), byHand(), byHand()};
     EXPECT_EQ(outputs[0], 3499211612u);  // the generator's published first output
     markRng.seed(5489);
-    EXPECT_EQ(randInt(0, 99), int32_t(outputs[0] * 100 >> 32));
-    EXPECT_EQ(randInt(5, 5), 5);  // costs an output all the same
-    EXPECT_EQ(randInt(-10, 10), -10 + int32_t(outputs[2] * 21 >> 32));
-    const int32_t lowest = std::numeric_limits<int32_t>::min();
-    const int32_t highest = std::numeric_limits<int32_t>::max();
-    EXPECT_EQ(randInt(lowest, highest), int32_t(uint32_t(outputs[3]) ^ 0x80000000u));
-    EXPECT_EQ(drawReal(markRng), float(outputs[4] >> 8) / 16777216.0f);
-}
-
-TEST(RandInt, DrawsAgainUnderTheThreshold)
-{
+    EXPECT_EQ(drawInt(markRng, -10, 10), -10 + int32_t(outputs[0] * 21 >> 32));
+    EXPECT_EQ(drawInt(markRng, 5, 5), 5);  // costs an output all the same
+    constexpr auto limits = std::numeric_limits<int32_t>();
+    EXPECT_EQ(drawInt(markRng, limits.min(), limits.max()), int32_t(uint32_t(outputs[2]) ^ 0x80000000u));
+    EXPECT_EQ(drawReal(markRng), float(outputs[3] >> 8) / 16777216.0f);
     // A span just over half of all values rejects almost every second output.
-    const uint32_t count = 0x80000001u;
     for (uint32_t seed = 1; seed <= 20; ++seed) {
-        Rng byHand(seed);
+        byHand.seed(seed);
         uint64_t product = 0;
-        while (uint32_t(product) < 0x7FFFFFFFu)  // what 2 to the power 32 leaves beside count
-            product = uint64_t(uint32_t(byHand())) * count;
+        while (uint32_t(product) < 0x7FFFFFFFu)
+            product = uint64_t(uint32_t(byHand())) * 0x80000001u;
         markRng.seed(seed);
-        EXPECT_EQ(randInt(-1, 0x7FFFFFFF), int32_t(uint32_t(-1) + uint32_t(product >> 32))) << seed;
+        EXPECT_EQ(drawInt(markRng, -1, 0x7FFFFFFF), int32_t(uint32_t(product >> 32) - 1)) << seed;
         EXPECT_EQ(markRng, byHand) << seed;
     }
 }
 
-TEST(Colors, TravelWithRedInTheLowByteAndReachGdiPlusWithAlphaOnTop)
+TEST(Colors, OfBackgroundsAndMenusAreTheirStreams)
 {
-    markRng.seed(11);
-    const MarkColor color = randColor(120, 245);
-    markRng.seed(11);
-    for (const int shift : {0, 8, 16})
-        EXPECT_EQ(color >> shift & 255, uint32_t(randInt(120, 245)));
+    const std::tuple<uint32_t, MarkColor, MarkColor> rows[] = {
+        {43, 0xEBF8FC, 0x307292},   {0, 0xE2D2C2, 0xA59371},    {9, 0xFFFFFF, 0x648C52},
+        {7, 0xFFFFFF, 0x4CDC40},    {11, 0xDABEAC, 0x7A552B},   {5, 0xE0E57E, 0xD9523E},
+        {2427, 0xAD8E80, 0xA48FC1}, {5413, 0x8EC097, 0xDC3A50}, {5506, 0xD9DFD5, 0x4C4158},
+        {5903, 0xEDCCE3, 0x345F2C}};
+    for (const auto &[seed, background, menu] : rows) {
+        markRng.seed(seed);
+        EXPECT_EQ(pickBackgroundColor(), background) << seed;
+        EXPECT_EQ(pickMenuColor(), menu) << seed;
+    }
     EXPECT_EQ(toArgb(0x0050CDFF, 0xE6), 0xE6FFCD50u);
-    EXPECT_EQ(keyPalette[1], markColor(255, 205, 80));
-    EXPECT_EQ(keyPalette[7], markColor(130, 220, 200));
+    EXPECT_EQ(markColor(255, 205, 80), 0x0050CDFFu);
 }

@@ -1,0 +1,34 @@
+#pragma once
+// The draws from markRng, seen and steered: what a mark draws is told by its ranges, and what it looks like
+// follows from plain numbers.
+#include <functional>
+#include <string>
+#include <vector>
+
+// While it stands, the n-th colour is n times 0x111111. The first integers are as given, the others lie at
+// that share of their range, which moves on by stride with each; the streams stay where they are.
+struct Draws {
+    explicit Draws(double share, std::vector<int> first = {}, double stride = 0.0);
+    ~Draws();
+    Draws(const Draws &) = delete;
+    Draws &operator=(const Draws &) = delete;
+    static inline Draws *current = nullptr;
+
+    double share, stride;
+    std::vector<int> forced;
+    std::vector<std::string> ranges;  // since take, e.g. "48..92", "colour 120..245"
+    int colors = 0;
+
+    std::string take(size_t skipped = 0, size_t most = 999);  // on one line, e.g. "48..92 colour 50..255 x2"
+    int next(int low, int high);
+};
+
+// What a desk of one monitor is told by a function, after the ranges of its draws; leaks are failures.
+std::string drawn(const std::function<void()> &draw, double share, const std::vector<int> &first = {});
+
+// For each value from 0 to last of the draw after the forced ones: the next ranges, and what the function
+// says. Runs of the same share a line.
+std::string chosen(int last, std::vector<int> forced, const std::function<std::string()> &draw);
+
+// The told calls that begin so; those of one kind and colour that follow each other are one.
+std::string joined(const std::vector<std::string> &starts);
