@@ -19,9 +19,7 @@ static constexpr float cornerRadius = 16.0f;
 static constexpr ARGB noteColor = 0xDCDCE0EB;
 
 struct HintFonts {
-    OwnedFont heading;
-    OwnedFont body;
-    OwnedFont note;
+    OwnedFont heading, body, note;
     OwnedStringFormat format;
 };
 

@@ -16,9 +16,7 @@ static void setOnEachSurface(const PROPVARIANT &value)
     if (!open) return;
     for (const MonitorSurface &surface : surfaces) {
         IPropertyStore *store = nullptr;
-        if (!surface.hwnd ||
-            FAILED(open(surface.hwnd, __uuidof(IPropertyStore), reinterpret_cast<void **>(&store))) || !store)
-            continue;
+        if (!surface.hwnd || FAILED(open(surface.hwnd, IID_PPV_ARGS(&store))) || !store) continue;
         store->SetValue(disableTouchWhenFullscreen, value);
         store->Release();
     }

@@ -8,8 +8,7 @@ static bool marked = false;
 static bool markEachSurface(BOOL fullscreen)
 {
     ITaskbarList2 *taskbar = nullptr;
-    if (FAILED(CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, __uuidof(ITaskbarList2),
-                                reinterpret_cast<void **>(&taskbar))) ||
+    if (FAILED(CoCreateInstance(CLSID_TaskbarList, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&taskbar))) ||
         !taskbar)
         return false;
     const bool ready = SUCCEEDED(taskbar->HrInit());

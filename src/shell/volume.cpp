@@ -6,7 +6,7 @@ static IAudioEndpointVolume *openMasterVolume()
 {
     IMMDeviceEnumerator *enumerator = nullptr;
     if (FAILED(CoCreateInstance(__uuidof(MMDeviceEnumerator), nullptr, CLSCTX_INPROC_SERVER,
-                                __uuidof(IMMDeviceEnumerator), reinterpret_cast<void **>(&enumerator))) ||
+                                IID_PPV_ARGS(&enumerator))) ||
         !enumerator)
         return nullptr;
     IMMDevice *device = nullptr;

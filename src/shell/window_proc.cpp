@@ -1,5 +1,6 @@
 #include "shell/window_proc.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "clearing/actions.h"
@@ -52,6 +53,11 @@ static void onActivate(HWND window, bool activated)
     confineCursor();
 }
 
+template <size_t n> static bool isOneOf(const uint32_t (&keys)[n], uint32_t key)
+{
+    return std::find(keys, keys + n, key) != keys + n;
+}
+
 static bool isLetterOrDigit(uint32_t key)
 {
     return (key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z') ||
@@ -61,6 +67,12 @@ static bool isLetterOrDigit(uint32_t key)
 enum class KeyClass { capture, enter, escape, apps, space, cursor, modifier, letterOrDigit, other };
 
 // The keypad's 2, 4, 6 and 8 steer the pen like the arrow keys.
+static constexpr uint32_t cursorKeys[] = {VK_LEFT,    VK_UP,      VK_RIGHT,   VK_DOWN,
+                                          VK_NUMPAD2, VK_NUMPAD4, VK_NUMPAD6, VK_NUMPAD8};
+static constexpr uint32_t modifierKeys[] = {VK_SHIFT,    VK_CONTROL,  VK_MENU,   VK_CAPITAL, VK_LWIN,
+                                            VK_RWIN,     VK_NUMLOCK,  VK_SCROLL, VK_LSHIFT,  VK_RSHIFT,
+                                            VK_LCONTROL, VK_RCONTROL, VK_LMENU,  VK_RMENU};
+
 static KeyClass keyClass(uint32_t key, bool altDown)
 {
     switch (key) {
@@ -71,30 +83,10 @@ static KeyClass keyClass(uint32_t key, bool altDown)
     case VK_ESCAPE: return KeyClass::escape;
     case VK_APPS: return KeyClass::apps;
     case VK_SPACE: return KeyClass::space;
-    case VK_LEFT:
-    case VK_UP:
-    case VK_RIGHT:
-    case VK_DOWN:
-    case VK_NUMPAD2:
-    case VK_NUMPAD4:
-    case VK_NUMPAD6:
-    case VK_NUMPAD8: return KeyClass::cursor;
-    case VK_SHIFT:
-    case VK_CONTROL:
-    case VK_MENU:
-    case VK_CAPITAL:
-    case VK_LWIN:
-    case VK_RWIN:
-    case VK_NUMLOCK:
-    case VK_SCROLL:
-    case VK_LSHIFT:
-    case VK_RSHIFT:
-    case VK_LCONTROL:
-    case VK_RCONTROL:
-    case VK_LMENU:
-    case VK_RMENU: return KeyClass::modifier;
-    default: return isLetterOrDigit(key) ? KeyClass::letterOrDigit : KeyClass::other;
     }
+    if (isOneOf(cursorKeys, key)) return KeyClass::cursor;
+    if (isOneOf(modifierKeys, key)) return KeyClass::modifier;
+    return isLetterOrDigit(key) ? KeyClass::letterOrDigit : KeyClass::other;
 }
 
 // Bits of a key message's lParam.
