@@ -223,18 +223,25 @@ static OwnedBitmap copyOf(GpImage *image)
 // A picture of a few kilobytes can decode to gigabytes: no side may be longer than this.
 static constexpr uint32_t longestSide = 4096;
 
-// False if the head of a PNG file states a side that is too long. GDI+ may decode all of a picture when it
-// opens it, so it is asked second.
+// The first bytes of EMF and WMF files. They are lists of drawing calls, and a damaged one can crash the
+// system's player or keep it in a loop.
+static constexpr uint8_t metafileHeads[][4] = {
+    {1, 0, 0, 0}, {0xD7, 0xCD, 0xC6, 0x9A}, {1, 0, 9, 0}, {2, 0, 9, 0}};
+
+// False for a metafile, and if the head of a PNG file states a side that is too long. GDI+ may decode all of
+// a picture when it opens it, so it is asked second.
 static bool headAllows(const std::wstring &path)
 {
     uint8_t head[24] = {};
     FILE *file = _wfopen(path.c_str(), L"rb");
-    if (!file) return true;
+    if (!file) return false;
     std::fread(head, 1, sizeof head, file);
     std::fclose(file);
     const auto sideAt = [&](size_t at) {
         return uint32_t(head[at]) << 24 | head[at + 1] << 16 | head[at + 2] << 8 | head[at + 3];
     };
+    for (const auto &metafile : metafileHeads)
+        if (std::memcmp(head, metafile, 4) == 0) return false;
     if (std::memcmp(head, "\x89PNG", 4) != 0) return true;
     return sideAt(16) <= longestSide && sideAt(20) <= longestSide;
 }

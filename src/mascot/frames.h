@@ -31,7 +31,8 @@ struct FrameRect {
 void loadMascotFrames(const std::wstring &folder);
 void unloadMascotFrames();
 
-// Loads and cleans one file; null if it does not exist, cannot be read or has more than 4096 pixels a side.
+// Loads and cleans one file; null if it does not exist, cannot be read, is a metafile or has more than 4096
+// pixels a side.
 std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path);
 
 // The rectangle of a frame with its bottom centre at (x, y), height pixels high (at least 40), moved down by

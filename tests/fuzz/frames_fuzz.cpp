@@ -1,11 +1,14 @@
 // Damaged pictures through the mascot's loader and painter: frames_fuzz SECONDS SEED FILE
 // FOLDER-OF-GOOD-ONES. What FILE with a number behind it leaves is the last picture. Ends with 70 after a
-// crash, 71 when one took a minute, 72 when memory or handles were lost, 73 when a file stayed open.
+// crash, 71 when one took a minute, 72 when memory or handles were lost, 73 when a file stayed open, 74 when
+// a metafile was read.
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "mascot/frames.h"
 #include "mascot/walker.h"
@@ -69,6 +72,43 @@ static void damage(std::string &bytes)
     bytes.resize(std::max<size_t>(bytes.size(), 30));
 }
 
+// GDI+ reads these two as well, whatever the file's name: the same few shapes as EMF and as WMF.
+static void addMetafiles(std::vector<std::string> &files)
+{
+    const auto draw = [](HDC dc) {
+        Ellipse(dc, 2, 2, 50, 40);
+        const POINT points[] = {{5, 5}, {60, 8}, {30, 45}};
+        Polygon(dc, points, 3);
+        const uint32_t pixels[4] = {0xFF0000, 0xFF00, 0xFF, 0xFFFFFF};
+        const BITMAPINFO info = {{40, 2, 2, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
+        StretchDIBits(dc, 10, 10, 20, 20, 0, 0, 2, 2, pixels, &info, DIB_RGB_COLORS, SRCCOPY);
+        TextOutW(dc, 3, 3, L"text", 4);
+    };
+    const RECT frame = {0, 0, 2000, 1500};
+    HDC dc = CreateEnhMetaFileW(nullptr, nullptr, &frame, nullptr);
+    draw(dc);
+    HENHMETAFILE enhanced = CloseEnhMetaFile(dc);
+    std::string emf(GetEnhMetaFileBits(enhanced, 0, nullptr), 0);
+    GetEnhMetaFileBits(enhanced, UINT(emf.size()), reinterpret_cast<BYTE *>(emf.data()));
+    DeleteEnhMetaFile(enhanced);
+    files.push_back(emf);
+
+    dc = CreateMetaFileW(nullptr);
+    SetMapMode(dc, MM_ANISOTROPIC);
+    SetWindowExtEx(dc, 60, 50, nullptr);
+    draw(dc);
+    HMETAFILE old = CloseMetaFile(dc);
+    // The head that makes it placeable: key, handle, box, units to the inch, and the sum of all these.
+    uint16_t head[11] = {0xCDD7, 0x9AC6, 0, 0, 0, 60, 50, 96, 0, 0, 0};
+    for (int i = 0; i < 10; ++i)
+        head[10] ^= head[i];
+    std::string wmf(sizeof head + GetMetaFileBitsEx(old, 0, nullptr), 0);
+    std::memcpy(wmf.data(), head, sizeof head);
+    GetMetaFileBitsEx(old, UINT(wmf.size() - sizeof head), wmf.data() + sizeof head);
+    DeleteMetaFile(old);
+    files.push_back(wmf);
+}
+
 // GetGuiResources tells nothing under Wine, where an index without more is a handle.
 static int handlesOfGdi()
 {
@@ -110,6 +150,12 @@ int main(int, char **arguments)
     for (const auto &entry : std::filesystem::directory_iterator(arguments[4])) {
         std::ifstream in(entry.path(), std::ios::binary);
         goodFiles.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    }
+    addMetafiles(goodFiles);
+    for (size_t i = goodFiles.size() - 2; i < goodFiles.size(); ++i) {
+        const std::filesystem::path file = arguments[3] + std::string("-metafile");
+        std::ofstream(file, std::ios::binary) << goodFiles[i];
+        if (loadFrameFile(file.wstring())) return 74;
     }
     const DWORD begin = watchedTick = GetTickCount();
     CreateThread(nullptr, 0, watch, nullptr, 0, nullptr);
