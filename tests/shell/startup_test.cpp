@@ -90,7 +90,7 @@ struct Tablet : Desk {
             if (id == CLSID_TaskbarList) return HRESULT(give(taskbar, out));
             return id == __uuidof(MMDeviceEnumerator) ? HRESULT(give(volume, out)) : REGDB_E_CLASSNOTREG;
         };
-        level = 0.9f;
+        level = 1.2f;
     }
     ~Tablet() { EXPECT_EQ(store.references + taskbar.references + volume.references, 0); }
 
