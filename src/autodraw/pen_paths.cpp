@@ -222,7 +222,7 @@ void newPenPath()
     case 4: addChain(); break;
     case 5: addShortChain(); break;
     }
-    if (penPath.size() < 2) {  // never so far; the rest relies on two points
+    if (penPath.size() < 2) {  // no form is this short; the code below needs two points
         penPath.push_back(freshPenStart());
         penPath.push_back(farPointFrom(penPath.back()));
     }

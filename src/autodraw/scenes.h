@@ -1,6 +1,6 @@
 #pragma once
 // The open scene of auto-drawing: a sketch or a motif, laid out once and drawn a step at a time. A stop of
-// the run leaves it open, and the next run continues it. All points are virtual-screen points.
+// the run leaves it open, and the next auto-drawing run continues it. All points are virtual-screen points.
 #include <vector>
 
 #include "marks/random.h"

@@ -28,7 +28,7 @@ void resetPen()
     penPathIndex = 0;
     dropOutline();
     autoFlurryLeft = 0;
-    // The open scene stays, on purpose: the next run continues it.
+    // The open scene stays, on purpose: the next auto-drawing run continues it.
 }
 
 // A large picture ends with a sound.

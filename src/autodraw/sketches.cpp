@@ -37,7 +37,8 @@ static void layRing()
 static void layBox()
 {
     POINT corner = strayFrom(scene.anchor, 140, 320, -220, 220);
-    POINT second = strayFrom(corner, -90, 90, -90, 90);  // never drawn; its draws keep the random sequence
+    // Never drawn; its draws keep the random sequence unchanged.
+    POINT second = strayFrom(corner, -90, 90, -90, 90);
     clampToVirtualScreen(corner);
     clampToVirtualScreen(second);
     scene.points = {corner, second};
@@ -118,8 +119,8 @@ static void drawPoles(int step)
 static void drawFlatRing()
 {
     const int radius = randInt(55, 95);
-    POINT last = {scene.anchor.x + radius,
-                  scene.anchor.y};  // outside the ring, so the first chord reaches in
+    // Starts outside the ring, so the first chord reaches in.
+    POINT last = {scene.anchor.x + radius, scene.anchor.y};
     for (int j = 1; j <= 9; ++j) {
         const float angle = float(j) * 2.0f * pi / 9.0f;
         const LONG x = scene.anchor.x + lroundf(cosf(angle) * float(radius) * 0.55f);

@@ -81,7 +81,7 @@ void onTimer3()
         --autoStepsLeft;
         if (autoStepsLeft > 0) return pauseForStep();
     }
-    // A picture left in the queue is dropped when the next run starts.
+    // A picture left in the queue is dropped when auto-drawing next starts.
     stopPrimaryTimer(3);
     autoMode = noAction;
 }

@@ -50,7 +50,7 @@ static bool stepDown(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
     return edge >= height;
 }
 
-// A rectangle whose coordinates are distances from the corner of this wipe, in surface coordinates.
+// Turns distances from this wipe's corner into a surface-local rectangle.
 static RECT fromCorner(const MonitorSurface &surface, int left, int top, int right, int bottom)
 {
     RECT part = {left, top, right, bottom};

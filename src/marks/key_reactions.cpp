@@ -70,7 +70,7 @@ bool updateKeyMash()
     if (within(now, lastMashTime, 520)) {
         keyMashCount = std::min(keyMashCount + 1, 50);
     } else {
-        keyMashCount = std::max(keyMashCount - 2, 1);  // decays, is not reset
+        keyMashCount = std::max(keyMashCount - 2, 1);  // decays instead of starting over
     }
     lastMashTime = now;
     return keyMashCount >= 2;

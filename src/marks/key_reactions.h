@@ -20,7 +20,7 @@ inline constexpr float spiralStartRadius = 70.0f;
 inline float spiralRadius = spiralStartRadius;  // pixels, grows by 7 at each step to at most 420
 inline float spiralAngle = 0.0f;                // radians, grows by 0.1 at each step
 
-// The place of a key's mark, always the same on the launch monitor. Virtual-screen point.
+// Each key's own fixed place on the launch monitor; without a surface, a random point. Virtual-screen point.
 POINT keyPlacement(uint32_t key);
 
 // Draws the shape or stamp of a key at keyPlacement. repeat is the press count, 1 to 6; from the fifth press
@@ -47,10 +47,12 @@ void noteSpiral();
 // noteSpiral, at most every 40 ms; restarts timer 6 of the window.
 void stepSpiral(HWND window);
 
-// Timer 6, 210 ms after the last key: flushes the waiting key and lets a mash fade by one.
+// Timer 6, 210 ms after the last key: flushes the waiting key and lets a mash fade by one; resets all key
+// state when no mash is left.
 void settleKeys(HWND window);
 
-// A letter or digit was released: flushes it and ends a mash.
+// Release of any letter or digit: flushes the waiting key, stops timer 6, and resets the spiral or, in a
+// mash, all key state.
 void releaseKey(HWND window);
 
 // Stops timer 6 of the window and resets all key state.

@@ -3,7 +3,8 @@
 // surface-local coordinates. They do not invalidate: callers know how far a mark reaches.
 #include "marks/gdi_plus.h"
 
-// Marks the picture as changed and applies a pending backdrop. Every mark calls it before it draws.
+// Marks the picture as changed and applies a pending backdrop. Marks call it before they draw, unless their
+// callers have; paintSegments calls it afterwards.
 inline void beginMark()
 {
     canvasDirty = true;
@@ -84,10 +85,10 @@ int lineReach(int width);
 // The box of two points, grown by reach.
 RECT lineBounds(POINT a, POINT b, int reach);
 
-// The first surface that holds the point, its area grown by 8 pixels; null if none does.
+// The first surface whose area, grown by 8 pixels, holds the point; null if none does.
 MonitorSurface *surfaceHolding(POINT point);
 
-// Overload for a surface-local rectangle.
+// Overload for a RECT.
 inline void invalidateMarkRect(const MonitorSurface &surface, const RECT &part)
 {
     invalidateMarkRect(surface, part.left, part.top, part.right, part.bottom);

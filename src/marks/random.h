@@ -73,13 +73,13 @@ float drawReal(Rng &stream);
 // Red, green and blue drawn in this order from markRng, each from lo to hi.
 MarkColor randColor(int32_t lo, int32_t hi);
 
-// Any colour but the darkest.
+// Each channel from 50 up: nothing very dark and nothing fully saturated.
 inline MarkColor anyColor()
 {
     return randColor(50, 255);
 }
 
-// Bright, but never quite white.
+// Each channel from 120 to 245: medium to bright, never white.
 inline MarkColor brightColor()
 {
     return randColor(120, 245);

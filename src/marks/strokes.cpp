@@ -81,7 +81,7 @@ bool paintSegments(const std::vector<POINT> &points, MarkColor color, int sizeA,
         const POINT a = toLocal(*surface, p);
         const POINT b = toLocal(*surface, q);
         if (!inReach(*surface, a, 220)) continue;
-        int width;  // four in five follow a sawtooth, the fifth is free
+        int width;  // four in five follow a sawtooth, the fifth is random
         if (randInt(0, 4) == 0) {
             width = randInt(low, high);
         } else {
@@ -98,7 +98,7 @@ bool paintSegments(const std::vector<POINT> &points, MarkColor color, int sizeA,
     for (size_t i = 0; i < surfaces.size(); ++i) {
         if (!IsRectEmpty(&dirty[i])) invalidateMarkRect(surfaces[i], dirty[i]);
     }
-    if (drawn) beginMark();  // after the drawing here, before it in every other mark
+    if (drawn) beginMark();  // here after the drawing, elsewhere before it
     return drawn;
 }
 

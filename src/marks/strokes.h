@@ -19,7 +19,7 @@ void tapMark(POINT point);
 // One straight segment of random width between the two bounds, which may come in either order.
 void brushStroke(POINT from, POINT to, int sizeA, int sizeB);
 
-// The same in the widths of the child's own strokes.
+// With the usual widths, 14 to 92.
 inline void brushStroke(POINT from, POINT to)
 {
     brushStroke(from, to, 14, 92);

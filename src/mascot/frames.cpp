@@ -228,8 +228,8 @@ static constexpr uint32_t longestSide = 4096;
 static constexpr uint8_t metafileHeads[][4] = {
     {1, 0, 0, 0}, {0xD7, 0xCD, 0xC6, 0x9A}, {1, 0, 9, 0}, {2, 0, 9, 0}};
 
-// False for a metafile, and if the head of a PNG file states a side that is too long. GDI+ may decode all of
-// a picture when it opens it, so it is asked second.
+// False for a metafile, and if the header of a PNG file states a side that is too long. GDI+ may decode all
+// of a picture when it opens it, so this check comes first.
 static bool headAllows(const std::wstring &path)
 {
     uint8_t head[24] = {};
@@ -272,7 +272,7 @@ std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path)
         softenOutline(*cleaned);
         bleedColour(*cleaned);
     } catch (const std::bad_alloc &) {
-        cleaned->lastStatus = OutOfMemory;  // a giant picture is shown as far as it is cleaned
+        cleaned->lastStatus = OutOfMemory;  // short of memory: shown as far as it was cleaned
     }
     return cleaned;
 }

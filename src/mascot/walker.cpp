@@ -5,8 +5,8 @@
 
 #include "marks/angles.h"
 #include "marks/primitives.h"
-#include "mascot/frames.h"
 #include "mascot/fireworks.h"
+#include "mascot/frames.h"
 #include "mascot/sprites.h"
 #include "shell/base/files.h"
 #include "sound/playback.h"
@@ -44,7 +44,7 @@ void initMascot()
     rockets.reserve(8);
     sparks.reserve(maxSparks);
     if (mascotEnabled) {
-        scheduleWalk(25000, 55000);  // replaced at once; the draw keeps the random sequence
+        scheduleWalk(25000, 55000);  // replaced at once; the draw keeps the random sequence unchanged
         scheduleWalk(4000, 9000);
     }
     startPrimaryTimer(13, 33);

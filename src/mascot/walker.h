@@ -6,7 +6,7 @@
 enum LeanStage { walking, leaning, holding, returning };
 
 inline bool mascotEnabled = false;  // at least one frame is loaded
-inline bool walkerActive = false;   // the penguin is on the screen
+inline bool walkerActive = false;   // a walk is under way
 inline bool walkerClicked = false;  // a click started the fireworks; it stands still until they end
 inline DWORD nextWalkTick = 0;      // GetTickCount at which the next walk may begin
 inline float walkerX = 0.0f;        // its bottom centre

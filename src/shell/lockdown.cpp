@@ -47,7 +47,7 @@ LRESULT CALLBACK lowLevelKeyboardProc(int code, WPARAM message, LPARAM eventPoin
                 (event.flags & LLKHF_ALTDOWN) || isDown(VK_MENU) || isDown(VK_LMENU) || isDown(VK_RMENU);
             if (postToProgram(event, alt) || leadsOut(event, alt)) return 1;
         } else {
-            postedKeys.reset(event.vkCode);
+            postedKeys.reset(event.vkCode & 0xFF);  // reset throws if the index is out of range
         }
     }
     return CallNextHookEx(keyboardHook, code, message, eventPointer);

@@ -2,7 +2,7 @@
 
 #include "sound/generators_a.h"
 
-// In turn a plucked note, a blip without the pitch and a knock.
+// In turn a plucked note, a blip that ignores freq, and a knock.
 static SoundClip genNote(size_t index, int freq)
 {
     switch (index % 3) {

@@ -14,7 +14,7 @@ inline std::array<SoundClip, 6> penClips;      // the cursor-key pen; only entry
 inline SoundClip scatterClipAny, scatterClipStars, scatterClipHearts;
 inline std::array<SoundClip, 3> startClips;
 inline std::array<SoundClip, 3> spaceClips;
-inline std::array<SoundClip, 14> keyClips;     // keys at press counts 1 to 4
+inline std::array<SoundClip, 14> keyClips;     // keys up to press count 4
 inline std::array<SoundClip, 12> noteClips;    // steps of the auto-drawing pen, in turn
 inline std::array<SoundClip, 10> strokeLoops;  // looped while a stroke is drawn
 

@@ -17,7 +17,7 @@ void buildSoundBankB()
         clip = genMascotChatter(0.2f);
     mascotFanfare = genMascotFanfare();
 
-    mascotRepertoire.reserve(28);  // two more than needed, without effect
+    mascotRepertoire.reserve(28);  // two more than needed, harmless
     mascotRepertoire.assign(mascotNotes.begin(), mascotNotes.end());
     for (const float boost : {900.0f, 1200.0f, 1500.0f, 1800.0f})
         mascotRepertoire.push_back(genMascotKnock(boost, 0.4f));

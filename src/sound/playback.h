@@ -37,7 +37,7 @@ void playKeySound(uint32_t key, int pressCount);
 void playPenSound(uint32_t key);
 void playMashVoice();
 void playScatterSound();
-void playPenStepSound();  // draws from markRng even without sound: the picture is the same
+void playPenStepSound();  // draws from markRng even without sound, so that muting does not change the picture
 
 void startStrokeLoop();
 void stopStrokeLoop();

@@ -66,7 +66,7 @@ void invalidateMarkRect(const MonitorSurface &surface, int left, int top, int ri
 // Repaints a whole window, if it exists.
 void invalidateWhole(const MonitorSurface &surface);
 
-// Copies the saved backdrop over every canvas if one is pending. Every mark calls it before it draws.
+// Copies the saved backdrop over every canvas if one is pending. Marks call it through beginMark.
 void flushBackdrop();
 
 // Gives the window a fresh copy of windowRegion, which the system then owns, and makes it opaque.
