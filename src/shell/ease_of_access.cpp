@@ -43,11 +43,10 @@ template <class Record> static void silence(Feature<Record> &feature)
 template <class Record> static void restore(Feature<Record> &feature)
 {
     if (!feature.taken) return;
-    feature.taken = false;
     Record record = recordOf(feature);
     if (!record.cbSize) return;
     record.dwFlags |= feature.shortcut;
-    write(feature, record);
+    feature.taken = !write(feature, record);  // the last step of the run tries once more
 }
 
 void silenceEaseOfAccess()

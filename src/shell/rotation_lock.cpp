@@ -11,14 +11,19 @@ static SetPreference *findSetPreference()
     return systemFunction<SetPreference>(L"user32.dll", "SetDisplayAutoRotationPreferences");
 }
 
+// Of the primary screen. A quarter turn of a panel built upright gives landscape, and the other way round, so
+// the angle alone does not say which side is up.
 static ORIENTATION_PREFERENCE orientationNow()
 {
     DEVMODEW mode = {};
     mode.dmSize = sizeof mode;
     if (!EnumDisplaySettingsW(nullptr, ENUM_CURRENT_SETTINGS, &mode)) return ORIENTATION_PREFERENCE_NONE;
-    const bool flipped = mode.dmDisplayOrientation == DMDO_180 || mode.dmDisplayOrientation == DMDO_270;
-    if (mode.dmPelsWidth >= mode.dmPelsHeight)
+    const DWORD turned = mode.dmDisplayOrientation;
+    if (mode.dmPelsWidth >= mode.dmPelsHeight) {
+        const bool flipped = turned == DMDO_180 || turned == DMDO_90;
         return flipped ? ORIENTATION_PREFERENCE_LANDSCAPE_FLIPPED : ORIENTATION_PREFERENCE_LANDSCAPE;
+    }
+    const bool flipped = turned == DMDO_180 || turned == DMDO_270;
     return flipped ? ORIENTATION_PREFERENCE_PORTRAIT_FLIPPED : ORIENTATION_PREFERENCE_PORTRAIT;
 }
 
