@@ -10,34 +10,25 @@
 #include "sound/bank_a.h"
 #include "sound/bank_b.h"
 
-inline std::span<const SoundClip> clipsOf(const SoundClip &clip)
+inline std::vector<std::pair<std::string, std::span<SoundClip>>> slotsOfBanks()
 {
-    return {&clip, 1};
-}
-inline std::span<const SoundClip> clipsOf(std::span<const SoundClip> clips)
-{
-    return clips;
-}
-
-inline std::vector<std::pair<std::string, std::span<const SoundClip>>> slotsOfBanks()
-{
-#define SLOT(name) std::pair(#name, clipsOf(name))
-    return {SLOT(tapClip),        SLOT(markClipBell),     SLOT(markClipTrill), SLOT(actionClip),
-            SLOT(captureClip),    SLOT(wipeClips),        SLOT(penClips),      SLOT(scatterClipHearts),
-            SLOT(scatterClipAny), SLOT(scatterClipStars), SLOT(startClips),    SLOT(spaceClips),
-            SLOT(keyClips),       SLOT(noteClips),        SLOT(strokeLoops),   SLOT(mascotNotes),
-            SLOT(mascotCall),     SLOT(mascotChatter),    SLOT(mascotFanfare), SLOT(mascotRepertoire)};
+#define ONE(name) std::pair(#name, std::span(&name, 1))
+#define SLOT(name) std::pair(#name, std::span(name))
+    return {ONE(tapClip),        ONE(markClipBell),     ONE(markClipTrill), ONE(actionClip),
+            ONE(captureClip),    SLOT(wipeClips),       SLOT(penClips),     ONE(scatterClipHearts),
+            ONE(scatterClipAny), ONE(scatterClipStars), SLOT(startClips),   SLOT(spaceClips),
+            SLOT(keyClips),      SLOT(noteClips),       SLOT(strokeLoops),  SLOT(mascotNotes),
+            ONE(mascotCall),     SLOT(mascotChatter),   ONE(mascotFanfare), SLOT(mascotRepertoire)};
+#undef ONE
 #undef SLOT
 }
 
 // The slot of a clip; of one made while playing, its samples, how often it crosses zero and its peak.
 inline std::string nameOf(const void *bytes)
 {
-    for (const auto &[name, clips] : slotsOfBanks()) {
-        for (size_t i = 0; i < clips.size(); ++i) {
+    for (const auto &[name, clips] : slotsOfBanks())
+        for (size_t i = 0; i < clips.size(); ++i)
             if (clips[i].data() == bytes) return name + " " + std::to_string(i);
-        }
-    }
     uint32_t size = 0;
     std::memcpy(&size, static_cast<const uint8_t *>(bytes) + 40, 4);
     const int16_t *const samples = static_cast<const int16_t *>(bytes) + 22;
