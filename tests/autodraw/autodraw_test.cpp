@@ -80,15 +80,23 @@ TEST(Outlines, AreTracedWithoutAGapAndFasterInAFlurry)
 
 TEST(PenPaths, FollowFromTheirDraws)
 {
-    Desk desk(oneMonitor);
     std::string text;
-    for (const int form : {0, 1, 2, 3, 4, 5, 2}) {
+    for (const int form : {0, 1, 2, 3, 4, 5}) {
+        Desk desk(oneMonitor);
         Draws draws(0.4, {form}, 0.618);
         newPenPath();
         text += "- " + draws.take() + "; " + shapeOf(penPath) + "\n";
     }
+    std::vector<int> firstLeg = {1, 400, 300, 6, 0, 160, 110, 0, 0, 8};
+    firstLeg.resize(firstLeg.size() + 16);
+    text += chosen(100, firstLeg, [] {  // whether a zigzag turns
+        penLastValid = false;
+        newPenPath();
+        return "; " + shapeOf(penPath);
+    });
     expectRecorded("autodraw/pen paths", text);
     for (const auto &[x, starts, ends] : {std::tuple(120, 2, 26), {121, 22, 26}, {40, 2, 2}, {41, 2, 28}}) {
+        Desk desk(oneMonitor);
         Draws draws(0.5);  // all draws lie in the middle, at 400
         penLastPoint = {x, 300};
         penLastValid = true;
@@ -105,7 +113,7 @@ TEST(Scenes, FollowFromTheirDrawsAndGoOnAfterAStop)
     std::string text;
     for (int form = 0; form < 11; ++form) {
         Desk desk(oneMonitor);
-        Draws draws(0.2, form < 5 ? std::vector{form} : std::vector{400, 300, form - 5});
+        Draws draws(0.2, form < 5 ? std::vector{form} : std::vector{711, 511, form - 5});
         form < 5 ? startSketch() : startMotif();
         text += "- laid out: " + draws.take() + "\n";
         draws.stride = 0.35;
@@ -135,11 +143,13 @@ static std::string step(int last, const std::vector<int> &forced, void (*draw)()
         penColorLife = forced.size() == 4 ? 0 : 2;
         penLastValid = canvasDirty = false;
         lastSoundTick = lastScatterTick = 0;
-        for (LONG x = 100; x < 500; x += 20)
+        for (LONG x = 150; x < 300; x += 5)
             penPath.push_back({x, 300});
+        penPathIndex = 14;
         draw();
         return std::string(outlineTracing ? ", a picture" : "") + (lastSoundTick ? ", heard" : "") + ", " +
-               std::to_string(autoStepsLeft) + " steps, shape " + std::to_string(scatterShape);
+               std::to_string(autoStepsLeft) + " steps, shape " + std::to_string(scatterShape) +
+               ", colour for " + std::to_string(penColorLife);
     });
 }
 

@@ -113,6 +113,7 @@ TEST(MashSpiral, WidensAroundACentreThatLagsBehindTheCursor)
                 joined({"FillEllipse"}) + "\n";
     }
     expectRecorded("marks/spiral of notes", text);
+    stepSpiral(primaryWindow());
     resetKeyState(primaryWindow());
     EXPECT_TRUE(!spiralCentreValid && spiralRadius == 70 && spiralAngle == 0 && sameKeyCount == 0);
     for (const auto &[ms, steps] : {std::pair(1, 1), {39, 1}, {1, 2}}) {
@@ -156,6 +157,12 @@ TEST(CursorPen, StepsBy56PixelsAndIsHeardWhereItWraps)
         }
     }
     expectRecorded("marks/pen keys", text);
+    for (const DWORD ms : {35u, 36u}) {
+        Desk busy(oneMonitor);
+        lastPenStepTick = busy.tick - ms;
+        penKey(VK_LEFT);
+        EXPECT_EQ(lastPenStepTick == busy.tick, ms == 36);
+    }
     Desk desk({{0, 0, 1, 40}});
     autoMode = 3;
     penKey(VK_LEFT);  // no room for any step: it only shows

@@ -28,16 +28,10 @@ static const std::pair<std::string, Mark> marks[] = {
     {"fish", stampFish},
     {"big face", stampBigFace},
     {"tap", tapMark},
-    {"brush",
-     [](POINT at) {
-         brushStroke(at, {410, 330}, 92, 14);
-     }},
+    {"brush", [](POINT at) { brushStroke(at, {410, 330}, 92, 14); }},
     {"blob", [](POINT at) { paintBlob(at, 30, 40, 0xFF); }},
     {"arc", [](POINT at) { paintArc(at, 40, 25, 0xFF00); }},
-    {"curve",
-     [](POINT at) {
-         bezierStroke(at, {50, 80}, {-60, 500}, {90, 333});
-     }},
+    {"curve", [](POINT at) { bezierStroke(at, {50, 80}, {-60, 500}, {90, 333}); }},
     {"note", [](POINT at) { drawMusicNote(at, 0, 51, -1); }},
     {"note with a flag", [](POINT at) { drawMusicNote(at, 1, 51, 3); }},
     {"two notes", [](POINT at) { drawMusicNote(at, 2, 51, 9); }}};
@@ -69,6 +63,7 @@ TEST(Marks, FollowFromTheirDraws)
             Draws draws(1.0);
             rainbowStroke = false;
             draw(middle);
+            EXPECT_EQ(desk.text({"SetSmoothingMode c0"}), "SetSmoothingMode c0 4\n") << name;
             if (surfaces.size() == 2) {
                 text += "own draws of a monitor: " + draws.take(first) + "\n";
             } else {
@@ -140,62 +135,22 @@ TEST(Marks, OfManyStrokesFollowFromTheirDraws)
     const std::tuple<std::string, Mark, double> rows[] = {
         {"stick figure", stampStickFigure, 0.7},
         {"spiral", spiralStroke, 0.4},
-        {"wobbly line",
-         [](POINT at) {
-             wobblyStroke({100, 200}, at);
-         },
-         0.4},
-        {"line of 3 pixels",
-         [](POINT at) {
-             wobblyStroke(at, {at.x + 3, at.y});
-         },
-         0.4},
-        {"line of 4 pixels",
-         [](POINT at) {
-             wobblyStroke(at, {at.x + 4, at.y});
-         },
-         0.4},
+        {"wobbly line", [](POINT at) { wobblyStroke({100, 200}, at); }, 0.4},
+        {"line of 3 pixels", [](POINT at) { wobblyStroke(at, {at.x + 3, at.y}); }, 0.4},
+        {"line of 4 pixels", [](POINT at) { wobblyStroke(at, {at.x + 4, at.y}); }, 0.4},
         {"rays", stampRayBurst, 0.5},
         {"parade", catParade, 0.1},
         {"scattered mark", [](POINT) { scatterMarks(false); }, 0.9},
         {"scattered heart", [](POINT) { scatterShape = 2, scatterMarks(false); }, 0.5},
         {"big star of Space", [](POINT) { spaceBurst(); }, 0.8},
         {"popped star", popShape, 0.5},
-        {"popped square without room",
-         [](POINT) {
-             popShape({87, 600});
-         },
-         0.6},
-        {"auto-drawing",
-         [](POINT at) {
-             autoMode = 3, brushStroke(at, {-1, 300}, 24, 3);
-         },
-         0.5},
-        {"long auto-drawing",
-         [](POINT at) {
-             autoMode = 3, brushStroke({24, 24}, at, 3, 24);
-         },
-         0.0},
-        {"auto-drawn tap",
-         [](POINT) {
-             autoMode = 3, tapMark({41, 42});
-         },
-         0.5},
-        {"auto-drawn blob",
-         [](POINT) {
-             autoMode = 3, paintBlob({51, 52}, 30, 40, 0xFF);
-         },
-         0.5},
-        {"auto-drawn arc",
-         [](POINT) {
-             autoMode = 3, paintArc({51, 49}, 40, 30, 0xFF);
-         },
-         0.5},
-        {"segments",
-         [](POINT at) {
-             paintSegments({{-9, 9}, {1, 9}, at, {5, 590}}, 0xFF, 30, 10);
-         },
-         0.5}};
+        {"popped square without room", [](POINT) { popShape({87, 600}); }, 0.6},
+        {"auto-drawing", [](POINT at) { autoMode = 3, brushStroke(at, {-1, 300}, 24, 3); }, 0.5},
+        {"long auto-drawing", [](POINT) { autoMode = 3, brushStroke({32, 32}, {767, 567}, 3, 24); }, 0.0},
+        {"auto-drawn tap", [](POINT) { autoMode = 3, tapMark({41, 42}); }, 0.5},
+        {"auto-drawn blob", [](POINT) { autoMode = 3, paintBlob({51, 52}, 30, 40, 0xFF); }, 0.5},
+        {"auto-drawn arc", [](POINT) { autoMode = 3, paintArc({51, 49}, 40, 30, 0xFF); }, 0.5},
+        {"segments", [](POINT at) { paintSegments({{-9, 9}, {1, 9}, at, {5, 590}}, 0xFF, 30, 10); }, 0.5}};
     std::string text;
     for (const auto &[name, draw, share] : rows)
         text += "- " + name + ": " + drawn([&draw = draw] { draw(middle); }, share);

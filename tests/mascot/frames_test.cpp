@@ -108,6 +108,8 @@ TEST(MascotFiles, AreTakenUpTo4096PixelsASideIfTheyCanBeRead)
         EXPECT_EQ(loadFrameFile(file), nullptr) << broken;
     }
     EXPECT_EQ(loadFrameFile(desk.folder()), nullptr);
+    DeleteEnhMetaFile(CloseEnhMetaFile(CreateEnhMetaFileW(nullptr, file.c_str(), nullptr, nullptr)));
+    EXPECT_EQ(loadFrameFile(file), nullptr) << "a metafile";
     for (const auto &[wide, high] : {std::array{4096, 3}, {3, 4096}, {4097, 3}, {3, 4097}}) {
         for (const bool asPng : {true, false}) {  // by the file's head, and by what GDI+ reads
             Picture(wide, high, [](int, int) { return ink; }).save(file, asPng);

@@ -66,7 +66,7 @@ TEST(Walk, StartsBesideTheLaunchMonitorWhenItsTimeHasCome)
             desk.tick = due - 10;
             mascotWalkTick();
             EXPECT_FALSE(walkerActive) << due;
-            desk.draws.force(drawn);
+            desk.draws.forced = drawn;
             desk.tick = due;
             mascotWalkTick();
             EXPECT_TRUE(walkerActive) << due;
@@ -135,7 +135,7 @@ TEST(Walk, LeavesNoTrailOnAnyMonitor)
 {
     for (const auto &[side, bows] : {std::pair(0, false), {0, true}, {1, false}, {1, true}}) {
         Mascot desk(twoMonitors);
-        desk.draws.force({11, side, bows ? 34 : 35, 20});
+        desk.draws.forced = {11, side, bows ? 34 : 35, 20};
         for (int tick = 0; tick == 0 || (walkerActive && tick < 400); ++tick) {
             desk.moveClocks(33);
             mascotWalkTick();
@@ -210,8 +210,7 @@ TEST(Show, LaunchesAndBurstsByItsDraws)
         showTick();
     add({double(showTicks), double(rockets.size()), double(sparks.size())},
         "burst, rockets and sparks after ticks");
-    desk.draws.ranges.resize(24);
-    text += "drawn " + desk.draws.take() + "\n";
+    text += "drawn " + desk.draws.take(0, 24) + "\n";
     for (size_t i = 0; i < sparks.size(); i += i < 5 || i > sparks.size() - 4 ? 1 : sparks.size() - 8) {
         const Spark &s = sparks[i];
         add({double(s.x), double(s.y), double(s.vx), double(s.vy), double(s.life), double(s.maxLife),

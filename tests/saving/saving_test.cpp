@@ -122,9 +122,7 @@ TEST(AutoSave, WaitsForThePictureAndLosesNothingWhateverIsInTheWay)
         {"folder is gone", true, [&] { fs::remove_all(dataDirectory()); }},
         {"file of that name", true, [&] { putFile(next); }},
         {"no clock", false, [&] { desk.wallSeconds = -1; }},
-        {"no screen", false, [&] {
-             desk.screen = VirtualScreen{0, 0, 0, 600};
-         }}};
+        {"no screen", false, [&] { desk.screen = VirtualScreen{0, 0, 0, 600}; }}};
     for (const auto &[what, saves, raise] : rows) {
         fs::remove_all(dataDirectory());
         ensureDataDirectories();
@@ -323,7 +321,7 @@ TEST(Capture, IsHeardEvenWhenItFailsAndLeavingIsNot)
                   calls);
         EXPECT_EQ(desk.text({"PlaySound"}), sound ? "PlaySound captureClip 0 23\n" : "");
         EXPECT_EQ(lastSoundTick, sound ? desk.tick : 0u);
-        EXPECT_EQ(leaks(), calls == copied ? "1 CreateCompatibleBitmap" : "") << "the clipboard's";
+        EXPECT_EQ(leaks(), "");
     }
     Desk desk(oneMonitor);
     hintVisible = true;

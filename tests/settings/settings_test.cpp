@@ -159,7 +159,7 @@ TEST(Language, IsNamedByTheSettingElseByWindows)
     for (const auto &[language, settings, windows] : rows) {
         chooseLanguage(language);
         const LabelSet &l = labels;
-        const auto heading = l.hintHeading;
+        const std::string heading = utf8(std::wstring(l.hintHeading));
         for (const auto &label :
              {l.stampTitle, l.eraserTitle, l.doodleTitle, l.stampSubtitle, l.eraserSubtitle, l.doodleSubtitle,
               l.purchaseLine, l.hintHeading, l.hintBody, l.hintSpare, l.hintOptOut})
@@ -167,14 +167,15 @@ TEST(Language, IsNamedByTheSettingElseByWindows)
         all += L"\n";
         for (const std::wstring &setting : settings) {
             chooseLanguage(setting);
-            EXPECT_EQ(labels.hintHeading, heading) << setting;
+            EXPECT_EQ(utf8(std::wstring(labels.hintHeading)), heading) << setting;
         }
         for (const LANGID windowsLanguage : windows) {
             for (const wchar_t *nothing :
                  {L"", L" \t\r\n", L"chinesisch", L"germany", L"d", L"ＦＲ", L"\u00A0fr"}) {
                 Desk::current->uiLanguage = windowsLanguage;
                 chooseLanguage(nothing);
-                EXPECT_EQ(labels.hintHeading, heading) << std::hex << windowsLanguage << " " << nothing;
+                EXPECT_EQ(utf8(std::wstring(labels.hintHeading)), heading)
+                    << std::hex << windowsLanguage << " " << nothing;
             }
         }
     }

@@ -105,8 +105,7 @@ static LPARAM at(int x, int y)
     return MAKELPARAM(WORD(x), WORD(y));
 }
 
-static void click(
-    int key, int x, int y, const std::function<void()> &between = [] { wait(80); })
+static void click(int key, int x, int y, const std::function<void()> &between = [] { wait(80); })
 {
     const UINT down = key == VK_LBUTTON ? WM_LBUTTONDOWN : WM_RBUTTONDOWN;
     Desk::current->hold(key);

@@ -20,12 +20,10 @@ int64_t objectMethod(Object *self, void **first, void **second, void **third, vo
     return self->answer ? self->answer(place, first, second, third, fourth) : S_OK;
 }
 
-inline const void *const *const objectMethods = []<size_t... place>(std::index_sequence<place...>)
-{
+inline const void *const *const objectMethods = []<size_t... place>(std::index_sequence<place...>) {
     static const void *const all[] = {reinterpret_cast<const void *>(objectMethod<int(place)>)...};
     return all;
-}
-(std::make_index_sequence<40>());
+}(std::make_index_sequence<40>());
 
 // Hands an object out as COM does.
 template <class T> int64_t give(Object &object, T **out)
