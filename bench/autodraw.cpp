@@ -5,6 +5,7 @@
 #include <numeric>
 #include <string>
 
+#include "autodraw/pen_paths.h"
 #include "autodraw/sequencer.h"
 #include "clearing/actions.h"
 #include "clearing/wipes.h"
