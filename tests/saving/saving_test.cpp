@@ -159,7 +159,7 @@ TEST(AutoSave, WaitsForThePictureAndLosesNothingWhateverIsInTheWay)
     }
 }
 
-// --- The save dialog. What its methods are given is told on a line of its own, indented.
+// --- The save dialog. The arguments of its methods are recorded on a line of their own, indented.
 static void tell(const std::string &what)
 {
     Desk::current->calls.push_back({"  " + what, what, {}});

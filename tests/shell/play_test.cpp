@@ -23,7 +23,7 @@ static int pick(int lo, int hi)
     return lo + int(child() % uint32_t(hi - lo + 1));
 }
 
-// --- What is told.
+// --- What is recorded.
 static std::string lines, stretch;  // to be compared, and all calls of the current stretch
 static std::ofstream *everything = nullptr;
 static int inputs = 0, callCount = 0;

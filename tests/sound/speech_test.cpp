@@ -13,7 +13,7 @@ static Object voices = {objectMethods, "voices", 0, answerOf},
 static std::string failing;  // a call, or an object that cannot be made
 static uint32_t voicesFound;
 
-// What a call is given is told behind it.
+// What a call receives is recorded after its name.
 static int64_t answerOf(int, void **first, void **second, void **third, void **)
 {
     std::string &call = Desk::current->calls.back().text;

@@ -1,6 +1,6 @@
 #pragma once
 // A desk to play at: while it stands, all that the program asks the system comes from here, on a clock that
-// only the test moves, and all that it does to the system is told in `calls`. GDI and GDI+ draw on real
+// only the test moves, and all that it does to the system is recorded in `calls`. GDI and GDI+ draw on real
 // bitmaps.
 #include <filesystem>
 #include <map>
@@ -134,7 +134,7 @@ std::string leaks();
 // What Windows would not forgive is reported through this, e.g. a null window; the test fails.
 inline void (*reportMisuse)(const std::string &what) = nullptr;
 
-// The names of the program's imports whose calls are told, and what of them, are listed in told.cpp.
+// The names of the program's imports whose calls are recorded, and their arguments, are listed in told.cpp.
 void tellCalls(bool on);
 void forgetObjects();  // what was made so far is no leak
 void forgetObject(const void *object);

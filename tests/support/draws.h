@@ -1,6 +1,6 @@
 #pragma once
-// The draws from markRng, seen and steered: what a mark draws is told by its ranges, and what it looks like
-// follows from plain numbers.
+// The draws from markRng, seen and steered: a mark is described by the ranges of its draws, and its looks
+// follow from plain numbers.
 #include <functional>
 #include <string>
 #include <vector>

@@ -7,7 +7,7 @@
 #include "sound/slots.h"
 #include "support/desk.h"
 
-// What is told of which argument:
+// How each argument is recorded:
 //   g Graphics   b brush   p pen   h path   P points with their count   I points of integers with it
 //   f number   i integer   u unsigned   x bits   c colour   w window   r RECT   R RectF   s text   m image
 //   q point or size   a blend   d DC   B brush of GDI   o object of GDI   z sound   F flags of a record   -
