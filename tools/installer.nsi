@@ -1,6 +1,6 @@
-; The installer: for the one who runs it, with no administrator's rights. Switches: /S silent, /D=FOLDER last;
-; the uninstaller's: /S silent, /ERASE takes pictures and settings along.
-; The exit code 2 says that nothing was done, because the program runs. Made by tools/make-setup.
+; The installer, per user and without administrator's rights. Switches: /S silent, /D=FOLDER as the last one.
+; Switches of the uninstaller: /S silent, /ERASE deletes pictures and settings too. Exit code 2: nothing was done,
+; because the program is running. Built by tools/make-setup.
 Target amd64-unicode
 Unicode true
 !define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Zubbly"
@@ -65,7 +65,7 @@ VIAddVersionKey "LegalCopyright" "The Zubbly authors"
   "Zubbly se está ejecutando. Ciérrelo primero con Alt+F4." \
   "Eliminar también los dibujos guardados y la configuración"
 
-; The program's own lock tells whether it runs. Nobody presses a button in a silent run: Quit's exit code 2 tells there.
+; The program is running if its single-instance mutex exists. A silent run shows no message, only exit code 2.
 !macro NOT_WHILE_IT_RUNS
   System::Call 'kernel32::OpenMutexW(i 0x100000, i 0, w "Local\Zubbly_SingleInstance_v1") p .r0'
   ${If} $0 P<> 0
@@ -80,7 +80,7 @@ Function .onInit
 FunctionEnd
 
 Section "Zubbly" PROGRAM_SECTION
-  ; What an older version brought and this one does not would stay for ever.
+  ; Otherwise files of an older version that this one no longer has would stay.
   ReadRegStr $0 HKCU "${KEY}" "InstallLocation"
   ${If} $0 != ""
   ${AndIf} ${FileExists} "$0\uninstall.exe"
@@ -96,7 +96,7 @@ Section "Zubbly" PROGRAM_SECTION
   CreateShortcut "${MENU}\Zubbly.lnk" "$INSTDIR\Zubbly.exe"
   CreateShortcut "${MENU}\$(PARENTS).lnk" "$INSTDIR\guide\index.html"
   CreateShortcut "${MENU}\$(PICTURES).lnk" "${DATA}\SavedPictures"
-  ; The program writes config.ini at its first start. A link cannot choose, so a minimised shell does.
+  ; The program writes config.ini at its first start. A shortcut cannot choose, so it runs a minimised shell.
   SetOutPath "${DATA}"  ; where a link starts what it opens
   CreateShortcut "${MENU}\$(SETTINGS).lnk" "$SYSDIR\cmd.exe" \
     "/c if exist config.ini (start config.ini) else start ." "$INSTDIR\Zubbly.exe" 0 SW_SHOWMINIMIZED
@@ -115,7 +115,7 @@ Section "Zubbly" PROGRAM_SECTION
   WriteRegDWORD HKCU "${KEY}" "NoRepair" 1
 SectionEnd
 
-; Only what was installed goes: a family may have put pictures of its own beside the program.
+; Deletes only what was installed: a family may have put its own pictures beside the program.
 Section "un.Zubbly"
   SectionIn RO
   !include "${REMOVAL}"
@@ -129,7 +129,7 @@ Section "un.Zubbly"
   DeleteRegKey HKCU "${KEY}"
 SectionEnd
 
-; Here, too, only what is the program's own.
+; Here too, only the program's own files.
 Section /o "un.$(ERASE)" ERASE_SECTION
   Delete "${DATA}\SavedPictures\auto-*.png"
   Delete "${DATA}\config.ini"
@@ -137,7 +137,7 @@ Section /o "un.$(ERASE)" ERASE_SECTION
   Delete "${DATA}\exit_hint_launches.txt"
 SectionEnd
 
-; The installer made this folder; it stays with what is in it.
+; The installer created this folder; it stays if it is not empty.
 Section "-un.EmptyFolders"
   RMDir "${DATA}\SavedPictures"
   RMDir "${DATA}"
@@ -146,7 +146,7 @@ Section "-un.EmptyFolders"
 SectionEnd
 
 Function un.onInit
-  ; The entries in the Start menu have the names of the language that they were made in.
+  ; The Start menu entries are named in the language of the installation.
   ReadRegStr $0 HKCU "${KEY}" "Language"
   ${If} $0 != ""
     StrCpy $LANGUAGE $0
