@@ -126,7 +126,7 @@ static void drawShellSpiral(GraphicsScope &scope, float x, float y)
         const float angle = turn * 4.2f * pi;
         const float nextX = x + cosf(angle) * radius;
         const float nextY = y - size * 0.35f + sinf(angle) * radius * 0.72f;
-        if (j > 0) scope.note(GdipDrawLine(scope.graphics, pen.get(), lastX, lastY, nextX, nextY));
+        if (j > 0) drawLine(scope, pen, lastX, lastY, nextX, nextY);
         lastX = nextX;
         lastY = nextY;
     }
@@ -138,15 +138,12 @@ static void drawShell(GraphicsScope &scope, float x, float y, int step)
     if (step == 0) return drawShellSpiral(scope, x, y);
     if (step == 1) {
         const OwnedBrush body = solidBrush(scene.colorA, 236);
-        scope.note(
-            GdipFillEllipse(scope.graphics, body.get(), x - size * 0.55f, y, size * 1.1f, size * 0.55f));
+        fillEllipse(scope, body, x - size * 0.55f, y, size * 1.1f, size * 0.55f);
         return;
     }
     const OwnedPen feeler = dashCappedPen(toArgb(scene.colorB, 220), 3.0f);
-    scope.note(
-        GdipDrawLine(scope.graphics, feeler.get(), x - size * 0.45f, y + 8.0f, x - size * 0.75f, y - 18.0f));
-    scope.note(
-        GdipDrawLine(scope.graphics, feeler.get(), x - size * 0.2f, y + 8.0f, x - size * 0.05f, y - 20.0f));
+    drawLine(scope, feeler, x - size * 0.45f, y + 8.0f, x - size * 0.75f, y - 18.0f);
+    drawLine(scope, feeler, x - size * 0.2f, y + 8.0f, x - size * 0.05f, y - 20.0f);
 }
 
 static void drawSnout(GraphicsScope &scope, float x, float y)
@@ -154,10 +151,8 @@ static void drawSnout(GraphicsScope &scope, float x, float y)
     const float size = float(scene.size);
     const OwnedBrush snout = solidBrush(scene.colorB, 250);
     const OwnedBrush nose = solidBrush(0xFF141414);
-    scope.note(GdipFillEllipse(scope.graphics, snout.get(), x - size * 0.35f, y - size * 0.35f, size * 0.7f,
-                               size * 0.85f));
-    scope.note(GdipFillEllipse(scope.graphics, nose.get(), x - size * 0.12f, y - size * 0.18f, size * 0.22f,
-                               size * 0.28f));
+    fillEllipse(scope, snout, x - size * 0.35f, y - size * 0.35f, size * 0.7f, size * 0.85f);
+    fillEllipse(scope, nose, x - size * 0.12f, y - size * 0.18f, size * 0.22f, size * 0.28f);
 }
 
 static void drawWhiskers(GraphicsScope &scope, float x, float y)
@@ -166,8 +161,7 @@ static void drawWhiskers(GraphicsScope &scope, float x, float y)
     const OwnedPen pen = dashCappedPen(toArgb(scene.colorC, 240), 4.0f);
     for (int j = 0; j < 5; ++j) {
         const float left = x - size * 0.35f + float(j) * size * 0.16f;
-        scope.note(
-            GdipDrawLine(scope.graphics, pen.get(), left, y + size * 0.35f, left + 6.0f, y + size * 0.55f));
+        drawLine(scope, pen, left, y + size * 0.35f, left + 6.0f, y + size * 0.55f);
     }
 }
 
@@ -175,14 +169,14 @@ static void drawEars(GraphicsScope &scope, float x, float y)
 {
     const float size = float(scene.size);
     const OwnedBrush ear = solidBrush(scene.colorC, 238);
-    const GpPointF left[] = {{x - size * 0.55f, y - size * 0.55f},
-                             {x - size * 0.35f, y - size * 1.05f},
-                             {x - size * 0.12f, y - size * 0.45f}};
-    const GpPointF right[] = {{x + size * 0.12f, y - size * 0.45f},
-                              {x + size * 0.35f, y - size * 1.05f},
-                              {x + size * 0.55f, y - size * 0.55f}};
-    scope.note(GdipFillPolygon(scope.graphics, ear.get(), left, 3, FillModeAlternate));
-    scope.note(GdipFillPolygon(scope.graphics, ear.get(), right, 3, FillModeAlternate));
+    const Triangle left = {{x - size * 0.55f, y - size * 0.55f},
+                           {x - size * 0.35f, y - size * 1.05f},
+                           {x - size * 0.12f, y - size * 0.45f}};
+    const Triangle right = {{x + size * 0.12f, y - size * 0.45f},
+                            {x + size * 0.35f, y - size * 1.05f},
+                            {x + size * 0.55f, y - size * 0.55f}};
+    fillTriangle(scope, ear, left);
+    fillTriangle(scope, ear, right);
 }
 
 static void drawEaredHead(GraphicsScope &scope, float x, float y, int step)
@@ -191,8 +185,7 @@ static void drawEaredHead(GraphicsScope &scope, float x, float y, int step)
     switch (step) {
     case 0: {
         const OwnedBrush head = solidBrush(scene.colorA, 236);
-        scope.note(GdipFillEllipse(scope.graphics, head.get(), x - size, y - size * 0.75f, size * 2.0f,
-                                   size * 1.5f));
+        fillEllipse(scope, head, x - size, y - size * 0.75f, size * 2.0f, size * 1.5f);
         break;
     }
     case 1: drawSnout(scope, x, y); break;

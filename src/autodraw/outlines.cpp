@@ -338,9 +338,6 @@ static void placeLarge(POINT place)
 void placeOutline(POINT point)
 {
     keepInside(point, 88);
-    if (randInt(0, 999) <= 94) {
-        placeLarge(point);
-    } else {
-        placeSimple(point);
-    }
+    if (randInt(0, 999) <= 94) return placeLarge(point);
+    placeSimple(point);
 }

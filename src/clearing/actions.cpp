@@ -60,10 +60,7 @@ void startAction(int action)
 
 static void scatterStep()
 {
-    if (randInt(0, 100) < 26) {
-        scatterMarks(true);
-        return;
-    }
+    if (randInt(0, 100) < 26) return scatterMarks(true);
     beginMark();
     const POINT place = randomPointOnLaunch(72);
     burst(place);

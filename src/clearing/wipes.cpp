@@ -18,36 +18,20 @@ static int edgeAfter(int steps, int length)
     return std::min(length, steps * std::max(1, length / 100) + 4);
 }
 
-// The edge comes from the left, or from the right when mirrored.
-static bool stepAcross(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
+// The edge comes from the left or the top, or from the other side when mirrored.
+static bool stepFromSide(const MonitorSurface &surface, HBRUSH brush, bool across, bool mirrored)
 {
-    const int width = surface.width;
-    const int before = edgeAfter(wipeStep, width);
-    const int edge = edgeAfter(wipeStep + 1, width);
-    if (mirrored) {
-        fillCanvas(surface, brush, {width - edge, 0, width, surface.height});
-        invalidateMarkRect(surface, {width - edge, 0, width - before, surface.height});
-    } else {
-        fillCanvas(surface, brush, {0, 0, edge, surface.height});
-        invalidateMarkRect(surface, {before, 0, edge, surface.height});
-    }
-    return edge >= width;
-}
-
-// The edge comes from the top, or from the bottom when mirrored.
-static bool stepDown(const MonitorSurface &surface, HBRUSH brush, bool mirrored)
-{
-    const int height = surface.height;
-    const int before = edgeAfter(wipeStep, height);
-    const int edge = edgeAfter(wipeStep + 1, height);
-    if (mirrored) {
-        fillCanvas(surface, brush, {0, height - edge, surface.width, height});
-        invalidateMarkRect(surface, {0, height - edge, surface.width, height - before});
-    } else {
-        fillCanvas(surface, brush, {0, 0, surface.width, edge});
-        invalidateMarkRect(surface, {0, before, surface.width, edge});
-    }
-    return edge >= height;
+    const int length = across ? surface.width : surface.height;
+    const auto strip = [&](int from, int to) -> RECT {  // distances from the side it comes from
+        const int low = mirrored ? length - to : from;
+        const int high = mirrored ? length - from : to;
+        if (across) return {low, 0, high, surface.height};
+        return {0, low, surface.width, high};
+    };
+    const int edge = edgeAfter(wipeStep + 1, length);
+    fillCanvas(surface, brush, strip(0, edge));
+    invalidateMarkRect(surface, strip(edgeAfter(wipeStep, length), edge));
+    return edge >= length;
 }
 
 // Turns distances from this wipe's corner into a surface-local rectangle.
@@ -112,8 +96,7 @@ void drawRingBlobs(GraphicsScope &scope, const MonitorSurface &surface, float t)
         const float height = float(heightChange) + baseHeight;
         const float x = cosf(spinX + angle) * radius + middleX;
         const float y = sinf(spinY + angle) * radius + middleY;
-        scope.note(
-            GdipFillEllipse(scope.graphics, blob.get(), x - width * 0.5f, y - height * 0.5f, width, height));
+        fillEllipse(scope, blob, x - width * 0.5f, y - height * 0.5f, width, height);
     }
 }
 
@@ -127,8 +110,7 @@ void drawRevealRays(GraphicsScope &scope, const MonitorSurface &surface, float t
     const float reach = hypotf(float(surface.width), float(surface.height)) * 0.58f;
     const int veilAlpha = int(std::clamp((u - 0.45f) * 420.0f, 0.0f, 170.0f));
     const OwnedBrush veil = solidBrush(revealColor, veilAlpha);
-    scope.note(GdipFillRectangle(scope.graphics, veil.get(), 0.0f, 0.0f, float(surface.width),
-                                 float(surface.height)));
+    fillRect(scope, veil, 0.0f, 0.0f, float(surface.width), float(surface.height));
     for (int i = 0; i < 14; ++i) {
         const float angle = float(i) / 14.0f * 2.0f * pi + u * 1.8f;
         float start = (u * 0.7f + 0.25f) * reach;
@@ -140,9 +122,8 @@ void drawRevealRays(GraphicsScope &scope, const MonitorSurface &surface, float t
         const int alphaChange = randInt(-18, 16);
         const int alpha = int(std::clamp(float(alphaChange) + u * 150.0f + 40.0f, 28.0f, 205.0f));
         const OwnedPen ray = cappedPen(toArgb(revealColor, alpha), u * 5.0f + 3.0f);
-        scope.note(GdipDrawLine(scope.graphics, ray.get(), cosf(angle) * start + middleX,
-                                sinf(angle) * start + middleY, cosf(angle + 0.35f) * end + middleX,
-                                sinf(angle + 0.35f) * end + middleY));
+        drawLine(scope, ray, cosf(angle) * start + middleX, sinf(angle) * start + middleY,
+                 cosf(angle + 0.35f) * end + middleX, sinf(angle + 0.35f) * end + middleY);
     }
 }
 
@@ -176,8 +157,8 @@ static void drawBubbles(GraphicsScope &scope, const MonitorSurface &surface, flo
         const float h = float(i * 8 + 64);
         const float left = packX - w * 0.5f + dx;
         const float top = packY - h * 0.5f + dy;
-        scope.note(GdipFillEllipse(scope.graphics, fill.get(), left, top, w, h));
-        scope.note(GdipDrawEllipse(scope.graphics, shine.get(), left + 4.0f, top + 4.0f, w - 8.0f, h - 8.0f));
+        fillEllipse(scope, fill, left, top, w, h);
+        drawEllipse(scope, shine, left + 4.0f, top + 4.0f, w - 8.0f, h - 8.0f);
     }
 }
 
@@ -196,10 +177,10 @@ static bool stepBubbles(const MonitorSurface &surface)
 bool wipeSurface(const MonitorSurface &surface, HBRUSH brush)
 {
     switch (wipeStyle) {
-    case wipeFromLeft: return stepAcross(surface, brush, false);
-    case wipeFromRight: return stepAcross(surface, brush, true);
-    case wipeFromTop: return stepDown(surface, brush, false);
-    case wipeFromBottom: return stepDown(surface, brush, true);
+    case wipeFromLeft: return stepFromSide(surface, brush, true, false);
+    case wipeFromRight: return stepFromSide(surface, brush, true, true);
+    case wipeFromTop: return stepFromSide(surface, brush, false, false);
+    case wipeFromBottom: return stepFromSide(surface, brush, false, true);
     case wipeFromCorner: return stepFromCorner(surface, brush);
     case wipeRing: return stepRing(surface);
     case wipeBand: return stepBand(surface, brush);

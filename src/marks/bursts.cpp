@@ -68,18 +68,9 @@ void spaceBurst()
     beginMark();
     const POINT middle = launchMiddle();
     const int choice = randInt(0, 99);
-    if (choice < 34) {
-        stampBigFace(middle);
-        return;
-    }
-    if (choice < 52) {
-        catParade(middle);
-        return;
-    }
-    if (choice < 70) {
-        stampRocket(middle);
-        return;
-    }
+    if (choice < 34) return stampBigFace(middle);
+    if (choice < 52) return catParade(middle);
+    if (choice < 70) return stampRocket(middle);
     const int size = randInt(150, 220);
     const MarkColor color = brightColor();
     const Shape shape = choice < 85 ? Shape::star : Shape::heart;
@@ -175,10 +166,7 @@ void wobblyStroke(POINT from, POINT to)
     const double dx = double(to.x) - from.x;
     const double dy = double(to.y) - from.y;
     const double length = std::hypot(dx, dy);
-    if (length < 4.0) {
-        brushStroke(from, to);
-        return;
-    }
+    if (length < 4.0) return brushStroke(from, to);
     const int cap = randInt(28, 56);
     const int count = std::clamp(int(length / 26.0), 9, cap);
     const int swing = randInt(12, 38);

@@ -78,9 +78,26 @@ void drawLine(GraphicsScope &scope, const OwnedPen &pen, POINT from, POINT to)
     drawLine(scope, pen, float(from.x), float(from.y), float(to.x), float(to.y));
 }
 
+void fillEllipse(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float width,
+                 float height)
+{
+    scope.note(GdipFillEllipse(scope.graphics, fill.get(), left, top, width, height));
+}
+
 void fillCircle(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float diameter)
 {
-    scope.note(GdipFillEllipse(scope.graphics, fill.get(), left, top, diameter, diameter));
+    fillEllipse(scope, fill, left, top, diameter, diameter);
+}
+
+void drawEllipse(GraphicsScope &scope, const OwnedPen &pen, float left, float top, float width, float height)
+{
+    scope.note(GdipDrawEllipse(scope.graphics, pen.get(), left, top, width, height));
+}
+
+void drawArc(GraphicsScope &scope, const OwnedPen &pen, float left, float top, float width, float height,
+             float start, float sweep)
+{
+    scope.note(GdipDrawArc(scope.graphics, pen.get(), left, top, width, height, start, sweep));
 }
 
 void fillRect(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float width, float height)
@@ -115,8 +132,8 @@ void paintDisc(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &out
 void paintEllipse(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left,
                   float top, float width, float height)
 {
-    scope.note(GdipFillEllipse(scope.graphics, fill.get(), left, top, width, height));
-    scope.note(GdipDrawEllipse(scope.graphics, outline.get(), left, top, width, height));
+    fillEllipse(scope, fill, left, top, width, height);
+    drawEllipse(scope, outline, left, top, width, height);
 }
 
 void paintRect(GraphicsScope &scope, const OwnedBrush &fill, const OwnedPen &outline, float left, float top,

@@ -34,6 +34,11 @@ struct GraphicsScope {
     }
 };
 
+inline PointF inFloat(POINT point)
+{
+    return {float(point.x), float(point.y)};
+}
+
 OwnedBrush solidBrush(uint32_t argb);
 inline OwnedBrush solidBrush(MarkColor color, int alpha)
 {
@@ -58,7 +63,12 @@ using Triangle = GpPointF[3];
 
 void drawLine(GraphicsScope &scope, const OwnedPen &pen, POINT from, POINT to);
 void drawLine(GraphicsScope &scope, const OwnedPen &pen, float fromX, float fromY, float toX, float toY);
+void fillEllipse(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float width,
+                 float height);
 void fillCircle(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float diameter);
+void drawEllipse(GraphicsScope &scope, const OwnedPen &pen, float left, float top, float width, float height);
+void drawArc(GraphicsScope &scope, const OwnedPen &pen, float left, float top, float width, float height,
+             float start, float sweep);  // degrees, clockwise from the right
 void fillRect(GraphicsScope &scope, const OwnedBrush &fill, float left, float top, float width, float height);
 void fillTriangle(GraphicsScope &scope, const OwnedBrush &fill, const Triangle &corners);
 void drawTriangle(GraphicsScope &scope, const OwnedPen &outline, const Triangle &corners);

@@ -102,8 +102,7 @@ void flushPendingKey()
     pendingKey = false;
     if (keyMashCount >= 2) {
         cutSpeech();
-        noteSpiral();
-        return;
+        return noteSpiral();
     }
     keyReaction(pendingKeyCode, sameKeyCount);
     if (soundEnabled && passGate(lastKeySoundTick, 55)) playKeySound(pendingKeyCode, sameKeyCount);
@@ -119,12 +118,8 @@ static void spiralNote(int index, int count)
     const int jitter = randInt(-10, 10);  // of both coordinates
     const POINT point = {jitter + lroundf(cosf(angle) * distance) + spiralCentre.x,
                          jitter + lroundf(sinf(angle) * distance * 0.82f) + spiralCentre.y};
-    MarkColor color;
-    if (sameKeyCount >= 5) {
-        color = keyPalette[(lastKeyCode + uint32_t(sameKeyCount)) % 10];
-    } else {
-        color = brightColor();
-    }
+    MarkColor color = keyPalette[(lastKeyCode + uint32_t(sameKeyCount)) % 10];
+    if (sameKeyCount < 5) color = brightColor();
     const int kind = randInt(0, 2);
     drawMusicNote(point, kind, color, sameKeyCount);
 }
@@ -174,8 +169,7 @@ void holdKey(HWND window, uint32_t key, LPARAM flags)
 {
     if (keyMashCount >= 2) {
         dropPendingKey();
-        stepSpiral(window);
-        return;
+        return stepSpiral(window);
     }
     pendingKey = true;
     pendingKeyCode = key;

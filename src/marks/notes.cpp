@@ -8,8 +8,7 @@ void drawMusicNote(POINT point, int kind, MarkColor color, int held)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, point);
         if (!inReach(surface, local, 180)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const int drawnSize = randInt(28, 54);  // separate for each monitor
         const float s = float(drawnSize + 4 * std::clamp(held, 0, 6));
         const float stemX = x + 0.18f * s;
@@ -20,7 +19,7 @@ void drawMusicNote(POINT point, int kind, MarkColor color, int held)
         const OwnedBrush ink = solidBrush(color, 0xEC);
         const OwnedPen stem = strokePen(toArgb(color, 0xEC), std::max(0.09f * s, 3.0f));
         const OwnedPen spark = cappedPen(0xDCFFFFFF, std::max(0.06f * s, 2.0f));
-        scope.note(GdipFillEllipse(scope.graphics, ink.get(), headLeft, headTop, 0.88f * s, 0.62f * s));
+        fillEllipse(scope, ink, headLeft, headTop, 0.88f * s, 0.62f * s);
         drawLine(scope, stem, stemX, y - 0.2f * s, stemX, stemTop);
         if (kind == 1) {
             const OwnedPath flag = newPath();
@@ -29,8 +28,7 @@ void drawMusicNote(POINT point, int kind, MarkColor color, int held)
             scope.note(GdipFillPath(scope.graphics, ink.get(), flag.get()));
         } else if (kind == 2) {
             const float secondX = x + 0.88f * s + 0.18f * s;
-            scope.note(GdipFillEllipse(scope.graphics, ink.get(), headLeft + 0.88f * s, headTop, 0.88f * s,
-                                       0.62f * s));
+            fillEllipse(scope, ink, headLeft + 0.88f * s, headTop, 0.88f * s, 0.62f * s);
             drawLine(scope, stem, secondX, y - 0.2f * s, secondX, stemTop + 0.2f * s);
             drawLine(scope, stem, stemX, stemTop + 0.22f * s, secondX, stemTop + 0.34f * s);
         }

@@ -126,8 +126,7 @@ void drawStarShape(GraphicsScope &scope, POINT centre, int outerRadius, int inne
 void drawHeartShape(GraphicsScope &scope, POINT centre, int size, MarkColor color, float widthScale,
                     float heightScale, float notch, float penWidth)
 {
-    const float x = float(centre.x);
-    const float y = float(centre.y);
+    const auto [x, y] = inFloat(centre);
     const float s = float(size);
     const float tipY = y + s * 0.95f * heightScale;
     const float notchY = y + s * notch;
@@ -160,16 +159,15 @@ void drawCloudShape(GraphicsScope &scope, POINT centre, int size, MarkColor colo
 
 void drawFlowerShape(GraphicsScope &scope, POINT centre, int size, MarkColor color)
 {
-    const float x = float(centre.x);
-    const float y = float(centre.y);
+    const auto [x, y] = inFloat(centre);
     const float s = float(size);
     const OwnedBrush petal = solidBrush(color, 0xDC);
     const OwnedBrush heart = solidBrush(0xE6FFE15A);
     const OwnedPen outline = plainPen(outlineWhite, 2.0f);
     for (int i = 0; i < 6; ++i) {
         const float angle = float(i) * 1.0471976f;  // petals stay horizontal
-        scope.note(GdipFillEllipse(scope.graphics, petal.get(), cosf(angle) * (0.45f * s) + x - 0.28f * s,
-                                   sinf(angle) * (0.45f * s) + y - 0.22f * s, 0.56f * s, 0.44f * s));
+        fillEllipse(scope, petal, cosf(angle) * (0.45f * s) + x - 0.28f * s,
+                    sinf(angle) * (0.45f * s) + y - 0.22f * s, 0.56f * s, 0.44f * s);
     }
     paintEllipse(scope, heart, outline, x - 0.24f * s, y - 0.24f * s, 0.48f * s, 0.48f * s);
 }

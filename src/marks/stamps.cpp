@@ -16,19 +16,17 @@ void stampFace(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 2 * radius)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedPen ring = joinedPen(toArgb(ringColor, 0xEB), float(width));
-        scope.note(GdipDrawEllipse(scope.graphics, ring.get(), x - r, y - r, 2 * r, 2 * r));
+        drawEllipse(scope, ring, x - r, y - r, 2 * r, 2 * r);
         const OwnedBrush eyes = solidBrush(eyeColor, 0xF0);
         const float e = 0.11f * r;
         fillCircle(scope, eyes, x - 0.32f * r - e, y - 0.18f * r - e, 2 * e);
         fillCircle(scope, eyes, 0.32f * r + x - e, y - 0.18f * r - e, 2 * e);
         const OwnedPen mouth = strokePen(toArgb(ringColor, 0xEB), std::max(float(width) * 0.65f, 4.0f));
-        scope.note(GdipDrawArc(scope.graphics, mouth.get(), x - 0.62f * r, y - 0.08f * r, 1.24f * r,
-                               0.95f * r, 15.0f, 150.0f));
+        drawArc(scope, mouth, x - 0.62f * r, y - 0.08f * r, 1.24f * r, 0.95f * r, 15.0f, 150.0f);
         invalidateWhole(surface);
     }
 }
@@ -70,15 +68,13 @@ void stampRainbow(POINT innerLeft)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, innerLeft);
         if (!inReach(surface, local, span)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float d = float(span);
         GraphicsScope scope(surface);
         // The arcs grow only in width: they meet at the top and fan out at the foot.
         for (int k = 0; k < 5; ++k) {
             const OwnedPen band = dashCappedPen(bands[k], float(width));
-            scope.note(GdipDrawArc(scope.graphics, band.get(), x - float(k * gap), y - 0.5f * d,
-                                   d + float(2 * k * gap), d, 180.0f, 180.0f));
+            drawArc(scope, band, x - float(k * gap), y - 0.5f * d, d + float(2 * k * gap), d, 180.0f, 180.0f);
         }
         invalidateWhole(surface);
     }
@@ -98,8 +94,7 @@ void stampHouse(POINT lowerLeft)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, lowerLeft);
         if (!inReachX(surface, local.x, 250)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float w = float(width);
         const float h = float(height);
         const float top = y - h;
@@ -128,8 +123,7 @@ void stampBalloon(POINT neck)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, neck);
         if (!inReachX(surface, local.x, 160)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float rx = float(radiusX);
         const float ry = float(radiusY);
         const float knotReach = float(radiusX / 4);
@@ -178,8 +172,7 @@ void stampCat(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReachX(surface, local.x, 150)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedBrush head = solidBrush(headColor, 0xEC);
@@ -215,8 +208,7 @@ void stampBlushFace(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 170)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedBrush face = solidBrush(faceColor, 0xEC);
@@ -230,14 +222,11 @@ void stampBlushFace(POINT centre)
             scope, eyes,
             {{x + 0.05f * r, y + 0.04f * r}, {x + 0.18f * r, y - 0.38f * r}, {x + 0.5f * r, y - 0.05f * r}});
         const OwnedPen mouth = cappedPen(toArgb(mouthColor, 0xEC), std::max(0.11f * r, 3.8f));
-        scope.note(GdipDrawArc(scope.graphics, mouth.get(), x - 0.45f * r, y - 0.02f * r, 0.9f * r, 0.72f * r,
-                               20.0f, 140.0f));
+        drawArc(scope, mouth, x - 0.45f * r, y - 0.02f * r, 0.9f * r, 0.72f * r, 20.0f, 140.0f);
         const OwnedBrush cheeks = solidBrush(0x78FF78A0);
         const float cheekTop = y + 0.08f * r;
-        scope.note(
-            GdipFillEllipse(scope.graphics, cheeks.get(), x - 0.62f * r, cheekTop, cheekWidth, cheekHeight));
-        scope.note(
-            GdipFillEllipse(scope.graphics, cheeks.get(), 0.3f * r + x, cheekTop, cheekWidth, cheekHeight));
+        fillEllipse(scope, cheeks, x - 0.62f * r, cheekTop, cheekWidth, cheekHeight);
+        fillEllipse(scope, cheeks, 0.3f * r + x, cheekTop, cheekWidth, cheekHeight);
         invalidateWhole(surface);
     }
 }
@@ -310,8 +299,7 @@ void stampRocket(POINT foot)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, foot);
         if (!inReach(surface, local, 220)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float w = float(width);
         const float h = float(height);
         const float left = float(local.x - width / 2);
@@ -321,7 +309,7 @@ void stampRocket(POINT foot)
         const OwnedBrush body = solidBrush(bodyColor, 0xEC);
         const OwnedBrush fins = solidBrush(finColor, 0xEE);
         const OwnedPen outline = joinedPen(0xD82D2D34, 3.0f);
-        scope.note(GdipFillEllipse(scope.graphics, body.get(), left, top - 0.22f * h, w, 0.44f * h));
+        fillEllipse(scope, body, left, top - 0.22f * h, w, 0.44f * h);
         paintRect(scope, body, outline, left, top, w, 0.72f * h);
         paintTriangle(scope, fins, outline, {{x, top - 0.34f * h}, {left, top + 6}, {right, top + 6}});
         const Triangle leftFin = {
@@ -351,8 +339,7 @@ void stampFish(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReachX(surface, local.x, 250) || !inReachY(surface, local.y, 180)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float l = float(length);
         const float h = float(height);
         GraphicsScope scope(surface);
@@ -369,8 +356,7 @@ void stampFish(POINT centre)
         const OwnedBrush eye = solidBrush(0xF51E1E1E);
         fillCircle(scope, eye, x - 0.26f * l, y - 0.11f * h, 0.13f * h);
         const OwnedPen mouth = plainPen(0xB42D2D2D, 2.3f);
-        scope.note(GdipDrawArc(scope.graphics, mouth.get(), x - 0.3f * l, y - 0.02f * h, 0.35f * h, 0.28f * h,
-                               25.0f, 120.0f));
+        drawArc(scope, mouth, x - 0.3f * l, y - 0.02f * h, 0.35f * h, 0.28f * h, 25.0f, 120.0f);
         invalidateWhole(surface);
     }
 }
@@ -385,21 +371,18 @@ void stampBigFace(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 3 * radius)) continue;
-        const float x = float(local.x);
-        const float y = float(local.y);
+        const auto [x, y] = inFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedPen halo = joinedPen(toArgb(haloColor, 0xAA), std::max(0.1f * r, 9.0f));
-        scope.note(
-            GdipDrawEllipse(scope.graphics, halo.get(), x - 1.16f * r, y - 1.16f * r, 2.32f * r, 2.32f * r));
+        drawEllipse(scope, halo, x - 1.16f * r, y - 1.16f * r, 2.32f * r, 2.32f * r);
         const OwnedBrush face = solidBrush(faceColor, 0xEC);
         const OwnedPen dark = joinedPen(0xE62D2D32, std::max(0.08f * r, 5.0f));
         paintDisc(scope, face, dark, local.x - radius, local.y - radius, 2 * radius);
         const OwnedBrush eyes = solidBrush(eyeColor, 0xF4);
         fillCircle(scope, eyes, x - 0.42f * r, y - 0.3f * r, 0.24f * r);
         fillCircle(scope, eyes, x + 0.18f * r, y - 0.3f * r, 0.24f * r);
-        scope.note(GdipDrawArc(scope.graphics, dark.get(), x - 0.56f * r, y - 0.04f * r, 1.12f * r, 0.88f * r,
-                               15.0f, 150.0f));
+        drawArc(scope, dark, x - 0.56f * r, y - 0.04f * r, 1.12f * r, 0.88f * r, 15.0f, 150.0f);
         invalidateWhole(surface);
     }
 }

@@ -81,12 +81,9 @@ bool paintSegments(const std::vector<POINT> &points, MarkColor color, int sizeA,
         const POINT a = toLocal(*surface, p);
         const POINT b = toLocal(*surface, q);
         if (!inReach(*surface, a, 220)) continue;
-        int width;  // four in five follow a sawtooth, the fifth is random
-        if (randInt(0, 4) == 0) {
-            width = randInt(low, high);
-        } else {
-            width = low + int(i) * 5 % (high - low + 1);
-        }
+        int width = low + int(i) * 5 % (high - low + 1);  // a sawtooth
+        const bool atRandom = randInt(0, 4) == 0;
+        if (atRandom) width = randInt(low, high);
         GraphicsScope scope(*surface);
         const OwnedPen pen = strokePen(toArgb(color, 0xEE), float(width));
         drawLine(scope, pen, a, b);
@@ -129,8 +126,8 @@ void paintArc(POINT centre, int radiusX, int radiusY, MarkColor color)
         const OwnedPen pen = dashCappedPen(toArgb(color, 0xEB), float(width));
         const int sweep = randInt(120, 200);
         const int start = randInt(0, 40);
-        scope.note(GdipDrawArc(scope.graphics, pen.get(), float(local.x - radiusX), float(local.y - radiusY),
-                               float(2 * radiusX), float(2 * radiusY), float(start), float(sweep)));
+        drawArc(scope, pen, float(local.x - radiusX), float(local.y - radiusY), float(2 * radiusX),
+                float(2 * radiusY), float(start), float(sweep));
         const int reach = int((unsigned(width) + 1) >> 1) + 4;
         invalidateAround(surface, local, radiusX + reach, radiusY + reach);
     }

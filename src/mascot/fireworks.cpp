@@ -62,6 +62,17 @@ void stopShow(bool notify)
     if (wasAlive && notify) hostCall(penguinHost.showFinished);
 }
 
+// A spark that leaves the rocket; angle is in radians, speed in pixels per tick.
+static Spark sparkFrom(const Rocket &rocket, float angle, float speed)
+{
+    Spark spark = {};
+    spark.x = rocket.x;
+    spark.y = rocket.y;
+    spark.vx = cosf(angle) * speed;
+    spark.vy = sinf(angle) * speed;
+    return spark;
+}
+
 // One spark of the main burst; i of count is its place on the ring.
 static Spark burstSpark(const Rocket &rocket, int i, int count, float power, float base, int burstColor)
 {
@@ -70,11 +81,7 @@ static Spark burstSpark(const Rocket &rocket, int i, int count, float power, flo
     const float scale = i % 3 == 0 ? 0.55f : 1.0f;  // every third spark is in an inner ring
     const int push = hostRandom(0, 60);
     const float speed = (float(push) / 100.0f + 0.55f) * scale * (power / 10.0f);
-    Spark spark = {};
-    spark.x = rocket.x;
-    spark.y = rocket.y;
-    spark.vx = cosf(angle) * speed;
-    spark.vy = sinf(angle) * speed;
+    Spark spark = sparkFrom(rocket, angle, speed);
     spark.life = float(hostRandom(64, 104));
     spark.maxLife = spark.life;
     const int shapeDraw = hostRandom(0, 9);
@@ -102,11 +109,7 @@ static Spark flashSpark(const Rocket &rocket)
     const float angle = float(turn) / 100.0f;
     const int push = hostRandom(0, 20);
     const float speed = float(push) / 10.0f;
-    Spark spark = {};
-    spark.x = rocket.x;
-    spark.y = rocket.y;
-    spark.vx = cosf(angle) * speed;
-    spark.vy = sinf(angle) * speed;
+    Spark spark = sparkFrom(rocket, angle, speed);
     spark.life = float(hostRandom(10, 16));
     spark.maxLife = spark.life;
     spark.size = float(hostRandom(26, 40));
@@ -174,10 +177,7 @@ void showTick()
         sparks[glowing++] = spark;
     }
     sparks.resize(glowing);
-    if ((rockets.empty() && sparks.empty()) || showTicks > 220) {
-        stopShow(true);
-        return;
-    }
+    if ((rockets.empty() && sparks.empty()) || showTicks > 220) return stopShow(true);
     RECT box = {LONG(bounds.left), LONG(bounds.top), LONG(bounds.right), LONG(bounds.bottom)};
     InflateRect(&box, 80, 80);  // the largest spark reaches 68 pixels from its point
     RECT both = box;
@@ -193,9 +193,9 @@ static void drawRocket(GraphicsScope &scope, const Rocket &rocket, float x, floa
     const OwnedBrush halo = solidBrush(color, 120);
     const OwnedBrush tail = solidBrush(color, 80);
     const OwnedBrush core = solidBrush(0xF0FFFFFF);
-    scope.note(GdipFillEllipse(scope.graphics, halo.get(), x - 8.0f, y - 8.0f, 16.0f, 16.0f));
-    scope.note(GdipFillEllipse(scope.graphics, tail.get(), x - 4.0f, y + 10.0f, 8.0f, 22.0f));
-    scope.note(GdipFillEllipse(scope.graphics, core.get(), x - 3.0f, y - 3.0f, 6.0f, 6.0f));
+    fillEllipse(scope, halo, x - 8.0f, y - 8.0f, 16.0f, 16.0f);
+    fillEllipse(scope, tail, x - 4.0f, y + 10.0f, 8.0f, 22.0f);
+    fillEllipse(scope, core, x - 3.0f, y - 3.0f, 6.0f, 6.0f);
 }
 
 static const Sprite &spriteOf(const Spark &spark)

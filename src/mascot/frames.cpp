@@ -199,12 +199,9 @@ void bleedColour(ImageFrame &frame)
 // A copy that can be locked and does not keep the file open; null on failure.
 static OwnedBitmap copyOf(GpImage *image)
 {
-    UINT imageWidth = 0;
-    UINT imageHeight = 0;
-    GdipGetImageWidth(image, &imageWidth);
-    GdipGetImageHeight(image, &imageHeight);
-    const int width = int(imageWidth);
-    const int height = int(imageHeight);
+    const PixelSize size = sizeOf(image);
+    const int width = int(size.width);
+    const int height = int(size.height);
     OwnedBitmap copy = newBitmap(width, height);
     GpGraphics *graphics = nullptr;
     if (GdipGetImageGraphicsContext(copy.get(), &graphics) != Ok) return nullptr;
@@ -248,11 +245,8 @@ static bool headAllows(const std::wstring &path)
 
 static bool hasFittingSides(GpImage *image)
 {
-    UINT width = 0;
-    UINT height = 0;
-    GdipGetImageWidth(image, &width);
-    GdipGetImageHeight(image, &height);
-    return width <= longestSide && height <= longestSide;
+    const PixelSize size = sizeOf(image);
+    return size.width <= longestSide && size.height <= longestSide;
 }
 
 std::unique_ptr<ImageFrame> loadFrameFile(const std::wstring &path)
@@ -310,14 +304,9 @@ void unloadMascotFrames()
 
 struct FrameRect frameRect(const ImageFrame *frame, float x, float y, float height, float bob)
 {
-    UINT imageWidth = 100;
-    UINT imageHeight = 100;
-    if (frame) {
-        GdipGetImageWidth(frame->image, &imageWidth);
-        GdipGetImageHeight(frame->image, &imageHeight);
-    }
-    const float pixelsWide = float(std::max(imageWidth, 1u));
-    const float pixelsHigh = float(std::max(imageHeight, 1u));
+    const PixelSize size = frame ? sizeOf(frame->image, 100) : PixelSize{100, 100};
+    const float pixelsWide = float(std::max(size.width, 1u));
+    const float pixelsHigh = float(std::max(size.height, 1u));
     const float scale = std::max(height, 40.0f) / pixelsHigh;
     const float drawnWidth = scale * pixelsWide;
     const float drawnHeight = scale * pixelsHigh;

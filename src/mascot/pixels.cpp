@@ -8,18 +8,23 @@ OwnedBitmap newBitmap(int width, int height)
     return OwnedBitmap(bitmap);
 }
 
+PixelSize sizeOf(GpImage *image, UINT unknown)
+{
+    PixelSize size = {unknown, unknown};
+    GdipGetImageWidth(image, &size.width);
+    GdipGetImageHeight(image, &size.height);
+    return size;
+}
+
 LockedPixels::LockedPixels(GpBitmap *toLock) : bitmap(toLock)
 {
-    UINT imageWidth = 0;
-    UINT imageHeight = 0;
-    GdipGetImageWidth(bitmap, &imageWidth);
-    GdipGetImageHeight(bitmap, &imageHeight);
-    const GpRect whole(0, 0, int(imageWidth), int(imageHeight));
+    const PixelSize size = sizeOf(bitmap);
+    const GpRect whole(0, 0, int(size.width), int(size.height));
     status = GdipBitmapLockBits(bitmap, &whole, ImageLockModeRead | ImageLockModeWrite, PixelFormat32bppARGB,
                                 &data);
     if (status != Ok) return;
-    width = int(imageWidth);
-    height = int(imageHeight);
+    width = int(size.width);
+    height = int(size.height);
 }
 
 LockedPixels::~LockedPixels()

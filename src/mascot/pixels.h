@@ -9,6 +9,13 @@ using OwnedBitmap = std::unique_ptr<GpBitmap, FreedBy<GdipDisposeImage>>;
 // A 32-bit ARGB bitmap of at least 1 by 1 pixels; null when GDI+ refuses.
 OwnedBitmap newBitmap(int width, int height);
 
+struct PixelSize {
+    UINT width, height;
+};
+
+// A side that GDI+ cannot tell is unknown pixels long.
+PixelSize sizeOf(GpImage *image, UINT unknown = 0);
+
 // Locks the whole bitmap for reading and writing. If that fails, width and height are 0.
 struct LockedPixels {
     GpBitmap *bitmap = nullptr;

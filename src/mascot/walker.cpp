@@ -7,6 +7,7 @@
 #include "marks/primitives.h"
 #include "mascot/fireworks.h"
 #include "mascot/frames.h"
+#include "mascot/pixels.h"
 #include "mascot/sprites.h"
 #include "shell/base/files.h"
 #include "sound/playback.h"
@@ -176,20 +177,10 @@ void mascotWalkTick()
 {
     if (!mascotEnabled || surfaces.empty() || walkerClicked) return;
     if (showAlive()) return;
-    if (walkerActive) {
-        if (leanStage != walking) {
-            leanOn();
-        } else {
-            walkOn();
-        }
-        return;
-    }
+    if (walkerActive) return leanStage == walking ? walkOn() : leanOn();
     if (int32_t(GetTickCount() - nextWalkTick) < 0) return;
     const MonitorSurface *surface = launchSurface();
-    if (!surface) {
-        scheduleWalk(25000, 55000);
-        return;
-    }
+    if (!surface) return scheduleWalk(25000, 55000);
     startWalk(*surface);
 }
 
@@ -232,17 +223,14 @@ static void drawFaded(GraphicsScope &scope, GpImage *image, const struct FrameRe
                                  {0.0f, 0.0f, 1.0f, 0.0f, 0.0f},
                                  {0.0f, 0.0f, 0.0f, alpha, 0.0f},
                                  {0.0f, 0.0f, 0.0f, 0.0f, 1.0f}}};
-    UINT width = 0;
-    UINT height = 0;
-    GdipGetImageWidth(image, &width);
-    GdipGetImageHeight(image, &height);
+    const PixelSize size = sizeOf(image);
     GpImageAttributes *attributes = nullptr;
     GdipCreateImageAttributes(&attributes);
     GdipSetImageAttributesColorMatrix(attributes, ColorAdjustTypeDefault, TRUE, &matrix, nullptr,
                                       ColorMatrixFlagsDefault);
     scope.note(GdipDrawImageRectRect(scope.graphics, image, rect.x, rect.y, rect.width, rect.height, 0.0f,
-                                     0.0f, float(width), float(height), UnitPixel, attributes, nullptr,
-                                     nullptr));
+                                     0.0f, float(size.width), float(size.height), UnitPixel, attributes,
+                                     nullptr, nullptr));
     GdipDisposeImageAttributes(attributes);
 }
 

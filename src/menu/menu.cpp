@@ -119,7 +119,7 @@ static void drawEraserIcon(GraphicsScope &scope, const OwnedBrush &white, float 
 {
     const OwnedPen edge = plainPen(0xEBFFFFFF, 4.0f);
     paintRect(scope, white, edge, x - 30.0f, y - 15.0f, 60.0f, 30.0f);
-    scope.note(GdipDrawLine(scope.graphics, edge.get(), x - 16.0f, y - 15.0f, x + 16.0f, y + 15.0f));
+    drawLine(scope, edge, x - 16.0f, y - 15.0f, x + 16.0f, y + 15.0f);
 }
 
 static void drawDoodleIcon(GraphicsScope &scope, float x, float y)

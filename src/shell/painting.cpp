@@ -71,10 +71,7 @@ static void paintComposite(HDC dc, const MonitorSurface &surface, const RECT &pa
 {
     const int width = part.right - part.left;
     const int height = part.bottom - part.top;
-    if (!growComposite(dc, width, height)) {
-        paintDirect(dc, surface, part);  // shows the picture without the sprites
-        return;
-    }
+    if (!growComposite(dc, width, height)) return paintDirect(dc, surface, part);  // without the fireworks
     BitBlt(compositeDC, 0, 0, width, height, surface.canvasDC, part.left, part.top, SRCCOPY);
     drawWalker(compositeDC, surface, part.left, part.top);
     drawShow(compositeDC, surface.rect.left, surface.rect.top, surface.width, surface.height, part.left,

@@ -236,10 +236,7 @@ static void chordCheck(HWND window)
 static void onLeftDown(HWND window, POINT point)
 {
     noteChildInput();
-    if (menuOpen) {
-        menuClick(point);
-        return;
-    }
+    if (menuOpen) return menuClick(point);
     stopWhatRuns();
     if (mascotHit(point)) return;
     leftButtonDown = true;
@@ -263,8 +260,7 @@ static void onMouseMove(HWND window, POINT point)
 {
     if (bothButtonsDown() && !menuOpen) {
         noteChildInput();
-        stepSpiral(window);
-        return;
+        return stepSpiral(window);
     }
     if (!leftButtonDown) return;
     stopAutoDrawing();
@@ -302,14 +298,10 @@ static void onRightDown(HWND window, POINT point)
     noteChildInput();
     if (menuOpen) {
         rightPressSeen = true;
-        menuClick(point);
-        return;
+        return menuClick(point);
     }
     leftButtonDown = isDown(VK_LBUTTON);
-    if (leftButtonDown) {
-        chordCheck(window);
-        return;
-    }
+    if (leftButtonDown) return chordCheck(window);
     openMenu(point);
     if (soundEnabled) playClick(actionClip);
     stopWhatRuns();

@@ -90,10 +90,7 @@ void playKeySound(uint32_t key, int pressCount)
             index = (index + 1 + leap) % 14;
         }
     }
-    if (level < 4) {
-        playClip(keyClips[index]);
-        return;
-    }
+    if (level < 4) return playClip(keyClips[index]);
     const uint32_t step = base % 12;
     const int freqA = scale[step];
     const int freqB = scale[(step + 3 + uint32_t(level) / 2) % 12];
@@ -125,11 +122,8 @@ static SoundClip penVoice(uint32_t key)
 void playPenSound(uint32_t key)
 {
     const int chance = soundRand(0, 99);
-    if (chance < 22) {
-        playClip(penClips[2]);
-    } else {
-        playFresh(keyVoiceRing, keyVoiceNext, penVoice(key));
-    }
+    if (chance < 22) return playClip(penClips[2]);
+    playFresh(keyVoiceRing, keyVoiceNext, penVoice(key));
 }
 
 // The hotter the mash, the higher, longer and louder.
