@@ -95,15 +95,25 @@ desktop() {
     wine cmd /c exit </dev/null >/dev/null 2>&1
 }
 
+# differing PICTURE PICTURE: the number of pixels that differ; ImageMagick writes a large one as 1.024e+06.
+differing() { printf '%.0f\n' "$(compare -metric AE "$1" "$2" null: 2>&1)"; }
+
 windows() { x search --onlyvisible --name '^Zubbly$' 2>/dev/null | wc -l; }
 shows() { [ "$(windows)" -ge "$monitors" ]; }
 gone() { ! kill -0 "$1" 2>/dev/null; }
 
-# launch: starts the program and waits until it covers every monitor. Its pid is $program.
+# A window can be up before its first picture is painted. None of the program's colours is black, as the bare
+# screen is.
+painted() {
+    picture "$work/launched.ppm" && [ "$(colour "$work/launched.ppm" 2 2)" != 000000 ]
+}
+
+# launch: starts the program and waits until it has painted every monitor. Its pid is $program.
 launch() {
     wine "$exe" </dev/null >/dev/null 2>&1 &
     program=$!
     soon 60 shows || fail "no window came up"
+    soon 20 painted || fail "nothing was painted"
     move 300 300
 }
 

@@ -819,13 +819,12 @@ static const struct {
 
 // ---- Before and after
 
-static bool prepare(const std::string &lines)
+// Throws where a file cannot be moved or written.
+static void prepare(const std::string &lines)
 {
-    std::error_code failure;
-    fs::create_directories(data, failure);
+    fs::create_directories(data);
     // A probe that was killed has left them aside.
-    if (fs::exists(settings) && !fs::exists(settingsAside)) fs::rename(settings, settingsAside, failure);
-    if (failure) return false;
+    if (fs::exists(settings) && !fs::exists(settingsAside)) fs::rename(settings, settingsAside);
     picturesBefore = pictures();
     swappedBefore = GetSystemMetrics(SM_SWAPBUTTON);
     ClipCursor(nullptr);
@@ -839,17 +838,24 @@ static bool prepare(const std::string &lines)
         shortcut.armed = flagsOf(shortcut, &wanted);
     }
     std::ofstream file(settings, std::ios::binary);
-    file << "[Zubbly]\r\nShowExitHint=0\r\nAutoSaveIntervalSeconds=60\r\n" << lines;
-    return bool(file.flush());
+    file.exceptions(std::ios::failbit | std::ios::badbit);
+    file << "[Zubbly]\r\nShowExitHint=0\r\nAutoSaveIntervalSeconds=60\r\n" << lines << std::flush;
 }
 
-static bool launch(const fs::path &folder)
+static int refuse(const std::string &reason)
+{
+    std::fprintf(stderr, "probe: %s\n", reason.c_str());
+    return 2;
+}
+
+// Exit code 0 where the program came up.
+static int launch(const fs::path &folder)
 {
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     if (!CreateProcessW((folder / "Zubbly.exe").c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
                         folder.c_str(), &start, &program))
-        return false;
+        return refuse(text("Zubbly.exe does not start: error %lu", GetLastError()));
     AllowSetForegroundWindow(program.dwProcessId);
     soon(60, [] {
         surfaces = visibleWindows(true);
@@ -857,14 +863,14 @@ static bool launch(const fs::path &folder)
     });
     pause(1);
     megabytesAtStart = megabytes();
-    asked = surfaces.empty() ? nullptr : surfaces[0];
-    return !surfaces.empty();
-}
-
-static int refuse(const char *reason)
-{
-    std::fprintf(stderr, "probe: %s\n", reason);
-    return 2;
+    if (surfaces.empty()) {
+        DWORD code = 0;
+        GetExitCodeProcess(program.hProcess, &code);
+        return refuse(running() ? text("no window came up on %zu monitors", monitors.size())
+                                : text("Zubbly.exe ended at once: exit code %lx", code));
+    }
+    asked = surfaces[0];
+    return 0;
 }
 
 int wmain(int count, wchar_t **words)
@@ -882,7 +888,9 @@ int wmain(int count, wchar_t **words)
         if (word[0] != L'-') folder = fs::absolute(word);
     }
     if (!fs::exists(folder / "Zubbly.exe")) return refuse("name the folder of Zubbly.exe");
-    if (FindWindowW(L"ZubblyWindow", nullptr)) return refuse("Zubbly is running; leave it with Alt+F4 first");
+    // One that is just ending gets the time for it.
+    if (!soon(5, [] { return FindWindowW(L"ZubblyWindow", nullptr) == nullptr; }))
+        return refuse("Zubbly is running; leave it with Alt+F4 first");
     wchar_t *roaming = nullptr;
     if (FAILED(SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &roaming)))
         return refuse("no data folder");
@@ -910,14 +918,21 @@ int wmain(int count, wchar_t **words)
             ExitProcess(2);
         },
         TRUE);
-    SetUnhandledExceptionFilter(
-        [](EXCEPTION_POINTERS *) -> LONG { return putBack(), EXCEPTION_CONTINUE_SEARCH; });
+    SetUnhandledExceptionFilter([](EXCEPTION_POINTERS *what) -> LONG {
+        putBack();
+        refuse(text("crashed with %lx", what->ExceptionRecord->ExceptionCode));
+        return EXCEPTION_CONTINUE_SEARCH;
+    });
     std::set_terminate([] {
         putBack();
         std::_Exit(2);
     });
-    if (!prepare(lines)) return refuse("the settings file cannot be written");
-    if (!launch(folder)) return refuse("no window came up");
+    try {
+        prepare(lines);
+    } catch (const std::exception &failure) {
+        return refuse(text("the settings file cannot be written: %s", failure.what()));
+    }
+    if (const int code = launch(folder)) return code;
     std::thread([] {
         for (;; Sleep(4))
             ask();
