@@ -29,6 +29,13 @@ struct PixelMask {
     {
     }
     size_t indexOf(int x, int y) const { return size_t(y + 1) * stride + size_t(x + 1); }
+    void setBorder()
+    {
+        std::fill_n(bytes.begin(), stride, 1);
+        std::fill_n(bytes.end() - ptrdiff_t(stride), stride, 1);
+        for (size_t left = 0; left < bytes.size(); left += stride)
+            bytes[left] = bytes[left + stride - 1] = 1;
+    }
     int xOf(size_t index) const { return int(index % stride) - 1; }
     int yOf(size_t index) const { return int(index / stride) - 1; }
     std::array<size_t, 8> neighbours(size_t index) const
@@ -169,15 +176,13 @@ void bleedColour(ImageFrame &frame)
     if (pixels.width < 3 || pixels.height < 3) return;
 
     PixelMask coloured = maskOf(pixels, 16);
-    PixelMask waiting(pixels);  // will get a colour in the next pass; never the border
+    PixelMask taken = coloured;  // coloured, in the border, or among the candidates of the next pass
+    taken.setBorder();
     std::vector<size_t> candidates;
     const auto askNeighbours = [&](size_t index) {
         for (const size_t beside : coloured.neighbours(index)) {
-            if (coloured.bytes[beside] || waiting.bytes[beside]) continue;
-            const int x = coloured.xOf(beside);
-            const int y = coloured.yOf(beside);
-            if (!pixels.holds(x, y)) continue;
-            waiting.bytes[beside] = 1;
+            if (taken.bytes[beside]) continue;
+            taken.bytes[beside] = 1;
             candidates.push_back(beside);
         }
     };

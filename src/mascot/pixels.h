@@ -34,5 +34,4 @@ struct LockedPixels {
     {
         return static_cast<uint8_t *>(data.Scan0) + ptrdiff_t(data.Stride) * y + ptrdiff_t(4) * x;
     }
-    bool holds(int x, int y) const { return x >= 0 && y >= 0 && x < width && y < height; }
 };

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 #include "marks/angles.h"
 #include "mascot/pixels.h"
@@ -35,23 +36,36 @@ static int whitened(int channel, float heat)
     return int(float(channel) + float(255 - channel) * heat * heat * 0.85f);
 }
 
-// A soft ball of light with a white core.
-static void buildGlow(Sprite &sprite, MarkColor color)
+static const int glowSize = 48;
+struct GlowPixel {
+    int alpha;
+    float heat;  // 0 to 1, towards white
+};
+
+// A soft ball of light with a white core; the same for all colours, whose roots and powers would cost much of
+// the start-up time.
+static std::vector<GlowPixel> glowPixels()
 {
-    const int size = 48;
-    uint32_t *pixel = newSprite(sprite, size);
-    if (!pixel) return;
-    for (int j = 0; j < size; ++j) {
-        for (int i = 0; i < size; ++i) {
+    std::vector<GlowPixel> pixels;
+    for (int j = 0; j < glowSize; ++j) {
+        for (int i = 0; i < glowSize; ++i) {
             const float dx = float(i) - 23.5f;
             const float dy = float(j) - 23.5f;
             const float nearness = std::clamp(1.0f - sqrtf(dx * dx + dy * dy) / 24.0f, 0.0f, 1.0f);
             const int alpha = int(std::clamp(powf(nearness, 1.7f), 0.0f, 1.0f) * 255.0f);
-            const float heat = std::clamp((nearness - 0.62f) / 0.38f, 0.0f, 1.0f);
-            *pixel++ = premultiplied(whitened(redOf(color), heat), whitened(greenOf(color), heat),
-                                     whitened(blueOf(color), heat), alpha);
+            pixels.push_back({alpha, std::clamp((nearness - 0.62f) / 0.38f, 0.0f, 1.0f)});
         }
     }
+    return pixels;
+}
+
+static void buildGlow(Sprite &sprite, const std::vector<GlowPixel> &glow, MarkColor color)
+{
+    uint32_t *pixel = newSprite(sprite, glowSize);
+    if (!pixel) return;
+    for (const auto &[alpha, heat] : glow)
+        *pixel++ = premultiplied(whitened(redOf(color), heat), whitened(greenOf(color), heat),
+                                 whitened(blueOf(color), heat), alpha);
 }
 
 static void fillStar(GpGraphics *graphics, float centre, float radius, uint32_t argb)
@@ -110,8 +124,9 @@ void buildSprites()
 {
     if (spriteDC) return;
     spriteDC = CreateCompatibleDC(nullptr);
+    const std::vector<GlowPixel> glow = glowPixels();
     for (size_t i = 0; i < showPalette.size(); ++i) {
-        buildGlow(glowSprites[i], showPalette[i]);
+        buildGlow(glowSprites[i], glow, showPalette[i]);
         buildShape(starSprites[i], showPalette[i], fillStar, 24.931196f, 21.167997f);
         buildShape(heartSprites[i], showPalette[i], fillHeart, 18.345598f, 15.5232f);
     }
