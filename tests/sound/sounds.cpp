@@ -4,18 +4,14 @@
 #include "marks/random.h"
 #include "sound/slots.h"
 
-int main(int argc, char **argv)
+int main(int, char **argv)
 {
-    if (argc != 2) return 2;
     soundRng.seed(1);
     clipRng.seed(2);
     buildSoundBankA();
     buildSoundBankB();
-    for (const auto &[name, clips] : slotsOfBanks()) {
-        for (size_t i = 0; i < clips.size(); ++i) {
-            const std::string number = (i < 10 ? "-0" : "-") + std::to_string(i);
-            std::ofstream file(argv[1] + ("/" + name) + number + ".wav", std::ios::binary);
-            file.write(reinterpret_cast<const char *>(clips[i].data()), std::streamsize(clips[i].size()));
-        }
-    }
+    for (const auto &[name, clips] : slotsOfBanks())
+        for (size_t i = 0; i < clips.size(); ++i)
+            std::ofstream(argv[1] + ("/" + name + " ") + std::to_string(i) + ".wav", std::ios::binary)
+                .write(reinterpret_cast<const char *>(clips[i].data()), std::streamsize(clips[i].size()));
 }

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "hint/count_file.h"
+#include "hint/fonts.h"
+#include "hint/idle.h"
+#include "hint/panel.h"
+#include "settings/folders.h"
+#include "settings/language.h"
+#include "support/desk.h"
+#include "support/recorded.h"
+
+namespace fs = std::filesystem;
+
+TEST(HintCard, CutsNoTextInAnyLanguage)
+{
+    Desk desk(oneMonitor);
+    desk.programFile = fs::absolute("../../windows/Zubbly.exe");  // the typeface, if it was fetched
+    REPLACE(GdipDrawString, [](GpGraphics *graphics, const WCHAR *text, INT length, const GpFont *font,
+                               const RectF *layout, const GpStringFormat *format) {
+        RectF box;
+        INT fitted = 0;
+        GdipMeasureString(graphics, text, length, font, layout, format, &box, &fitted, nullptr);
+        EXPECT_EQ(fitted, length);
+        EXPECT_LE(box.X + box.Width, hintPanelRect.X + hintPanelRect.Width - 17.0f);
+        EXPECT_LE(box.Y + box.Height, hintPanelRect.Y + hintPanelRect.Height - 13.0f);
+        return Ok;
+    });
+    for (const wchar_t *language : {L"ja", L"en", L"zh", L"fr", L"it", L"de", L"es"}) {
+        SCOPED_TRACE(language);
+        chooseLanguage(language);
+        showHintPanel(primaryWindow(), 800, 600);  // on wider windows there is more room
+    }
+}
+
+TEST(HintCard, StandsTopCentreForTenSecondsOrNeverAgainIfItsBoxIsTicked)
+{
+    REPLACE(GdipMeasureString, [](GpGraphics *, const WCHAR *, INT, const GpFont *, const RectF *layout,
+                                  const GpStringFormat *, RectF *box) {
+        *box = RectF(layout->X, layout->Y, 200.0f, 16.0f);  // whatever the machine's fonts are
+        return Ok;
+    });
+    std::string places;
+    for (const auto &[width, height] : {std::pair{63, 600}, {800, 63}, {64, 64}, {959, 600}, {1921, 600}}) {
+        Desk desk({{-100, 50, -100 + width, 50 + height}});
+        chooseLanguage(L"en");
+        showHintPanel(primaryWindow(), width, height);
+        places += std::to_string(width) + " wide\n" + desk.text({"UpdateL"});
+    }
+    // Where it is clicked, how often, and whether the box stays ticked.
+    const std::array<int, 4> clicks[] = {{38, 102, 0, 0},  {37, 102, 1, 0},  {38, 101, 1, 0},
+                                         {762, 119, 1, 0}, {761, 120, 1, 0}, {761, 119, 2, 0},
+                                         {761, 119, 1, 1}, {38, 102, 1, 1}};
+    for (const auto &[x, y, times, ticked] : clicks) {
+        Desk desk(oneMonitor);
+        chooseLanguage(L"en");
+        armIdleHint(surfaces[0]);
+        showHintPanel(primaryWindow(), 800, 600);
+        desk.calls.clear();
+        for (int i = 0; i < times; ++i)
+            desk.send(hintFloatWindow, WM_LBUTTONDOWN, 0, MAKELPARAM(x - 14, y - 14));
+        const std::string drawn = desk.text({"CreateF", "Draw", "FillP", "Show", "Update"});
+        if (ticked) expectRecorded("hint/card with its box ticked", drawn + places);
+        desk.wait(9999);
+        EXPECT_TRUE(hintVisible);
+        desk.wait(1);
+        const std::string never =
+            "WritePrivateProfileString \"Zubbly\" \"ShowExitHint\" \"0\"\nKillTimer w0 11\n";
+        EXPECT_EQ(desk.text({"Write", "Kill"}), (ticked ? never : "") + "KillTimer w0 9\n") << x << "," << y;
+        EXPECT_TRUE(exitHintEnabled != ticked && !desk.find(hintFloatWindow)->visible);
+        EXPECT_EQ(hintNotBefore, desk.tick + 8000);
+    }
+}
+
+TEST(HintCount, IsNothingUnlessTheFileBeginsWithANumber)
+{
+    Desk desk(oneMonitor);
+    writeHintCount(7);
+    EXPECT_EQ(readHintCount(), 7);
+    const std::pair<const char *, int> rows[] = {{"2 or 9", 2},     {"\t\n+0000000000000000002\r\n", 2},
+                                                 {"2147483648", 0}, {"18446744073709551618", 0},
+                                                 {"-5", 0},         {"abc", 0}};
+    for (const auto &[content, count] : rows) {
+        std::ofstream(fs::path(dataDirectory()) / "exit_hint_launches.txt") << content;
+        EXPECT_EQ(readHintCount(), count) << content;
+    }
+}
+
+TEST(HintFonts, LieInTheSharedFolderElseBesideTheProgramAndAreTriedOnce)
+{
+    Desk desk(oneMonitor);
+    const fs::path top = desk.folder(), fonts = top / "toy\\Fonts";
+    desk.programFile = (top / "toy\\Zubbly.exe").wstring();
+    fs::create_directories(fonts);
+    fs::copy_file("Z:/usr/share/wine/fonts/tahoma.ttf", fonts / "MPLUSRounded1c-Black.ttf");
+    std::ofstream(fonts / "MPLUSRounded1c-Regular.ttf") << "no font";
+    EXPECT_EQ(usableHeadingFamily(), &blackFontHolder.family);
+    EXPECT_EQ(usableTextFamily(), systemFamily(false)) << "each falls back alone";
+    EXPECT_EQ(loadPrivateFamily(regularFontHolder, L"MPLUSRounded1c-Regular.ttf"), nullptr);
+    HintFamily broken;
+    hintHeadingFamily = systemFamily(true);
+    EXPECT_EQ(headingStyle(&blackFontHolder.family) + headingStyle(&broken), 0);
+    EXPECT_EQ(headingStyle(hintHeadingFamily), 1);
+    hintHeadingFamily->lastStatus = broken.lastStatus;
+    EXPECT_EQ(usableHeadingFamily(), nullptr) << "a failed question spoils one showing";
+    EXPECT_EQ(usableHeadingFamily(), hintHeadingFamily);
+    fs::create_directory(top / "Fonts");
+    // The nearest launcher counts.
+    for (const char *launcher : {"none.exe", "Zubworks.exe", "toy\\Zubworks.exe"}) {
+        std::ofstream(top / launcher) << "launcher";
+        const bool own = std::string(launcher) != "Zubworks.exe";
+        EXPECT_EQ(resolveFontPath(L"MPLUSRounded1c-Black.ttf") != L"", own) << launcher;
+    }
+}
