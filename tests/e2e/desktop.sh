@@ -15,6 +15,7 @@ data=$WINEPREFIX/drive_c/users/$(id -un)/AppData/Roaming/norvanta/Zubworks/Zubbl
 fail() { echo "$name: $*" >&2; exit 1; }
 x() { timeout 10 xdotool "$@"; }
 picture() { timeout 20 import -window root -depth 8 "$1"; }
+quietly() { "$@" </dev/null >/dev/null 2>&1; }  # a service of Wine's that starts here keeps no stream open
 
 at_end() {
     local code=$?
@@ -32,11 +33,20 @@ trap 'exit 1' INT TERM HUP
 # soon SECONDS COMMAND...: asks again until the command says yes; a failure when it never does.
 soon() {
     local limit=$((SECONDS + $1))
-    shift
-    until "$@" >/dev/null 2>&1; do
+    until "${@:2}" >/dev/null 2>&1; do
         [ $SECONDS -lt $limit ] || return 1
         sleep 0.05
     done
+}
+
+# retried COMMAND...: for what a busy machine can spoil without any fault of the program. ./check prints each retry.
+retried() {
+    local try
+    for try in 1 2 3; do
+        if "$@"; then return; fi
+        echo "retry: $1 failed for the ${try}. time"
+    done
+    fail "$1 failed three times"
 }
 
 # settings LINE...: what the section [Zubbly] of the settings file holds at the next launch.
@@ -61,20 +71,11 @@ sound_card() {
 # desktop X,Y,WIDTH,HEIGHT...: the monitors, the primary one (at 0,0) first. With screen_file=1 and one monitor
 # the screen's pixels are in the file $work/Xvfb_screen0 all the time.
 desktop() {
-    local box left=0 top_edge=0 moved=()
     monitors=$#
-    for box; do
-        IFS=, read -r bx by bw bh <<<"$box"
-        left=$((bx < left ? bx : left)) top_edge=$((by < top_edge ? by : top_edge))
-    done
-    origin_x=$((-left)) origin_y=$((-top_edge))
-    for box; do
-        IFS=, read -r bx by bw bh <<<"$box"
-        moved+=("$((bx + origin_x)),$((by + origin_y)),$bw,$bh")
-    done
     mkfifo "$work/number"
     if [ $# = 1 ]; then
-        Xvfb -displayfd 3 -screen 0 "${bw}x${bh}x24" -nolisten tcp ${screen_file:+-fbdir "$work"} \
+        IFS=, read -r origin_x origin_y width height <<<"$1"
+        Xvfb -displayfd 3 -screen 0 "${width}x${height}x24" -nolisten tcp ${screen_file:+-fbdir "$work"} \
             3>"$work/number" >/dev/null 2>&1 &
     else
         Xvnc -displayfd 3 -geometry 1280x800 -depth 24 -SecurityTypes None -rfbport -1 \
@@ -84,39 +85,22 @@ desktop() {
     read -r -t 30 DISPLAY <"$work/number" || fail "no display"
     export DISPLAY=:$DISPLAY
     if [ $# != 1 ]; then
-        soon 20 python3 "$top/tests/e2e/screens.py" "$work/screens" "${moved[@]}" || fail "no second monitor"
+        soon 20 test -S "$work/screens" || fail "no display to divide"
+        read -r origin_x origin_y < <(timeout 20 python3 "$top/tests/e2e/screens.py" "$work/screens" "$@") ||
+            fail "no second monitor"
         xrandr --output VNC-0 --primary
     fi
     "$top/tests/support/make-prefix" "$top/build/wine-desk"
     cp -al "$top/build/wine-desk" "$WINEPREFIX"
     rm "$WINEPREFIX"/*.reg
     cp "$top"/build/wine-desk/*.reg "$WINEPREFIX"
-    wineserver -p >/dev/null 2>&1 </dev/null
-    wine cmd /c exit </dev/null >/dev/null 2>&1
+    quietly wineserver -p
+    quietly wine cmd /c exit
 }
-
-# differing PICTURE PICTURE: the number of pixels that differ; ImageMagick writes a large one as 1.024e+06.
-differing() { printf '%.0f\n' "$(compare -metric AE "$1" "$2" null: 2>&1)"; }
 
 windows() { x search --onlyvisible --name '^Zubbly$' 2>/dev/null | wc -l; }
 shows() { [ "$(windows)" -ge "$monitors" ]; }
 gone() { ! kill -0 "$1" 2>/dev/null; }
-
-# A window can be up before its first picture is painted. None of the program's colours is black, as the bare
-# screen is.
-painted() {
-    picture "$work/launched.ppm" && [ "$(colour "$work/launched.ppm" 2 2)" != 000000 ]
-}
-
-# launch: starts the program and waits until it has painted every monitor. Its pid is $program.
-launch() {
-    wine "$exe" </dev/null >/dev/null 2>&1 &
-    program=$!
-    soon 60 shows || fail "no window came up"
-    soon 20 painted || fail "nothing was painted"
-    move 300 300
-}
-
 move() { x mousemove $(($1 + origin_x)) $(($2 + origin_y)); }
 tap() { move "$1" "$2"; x click "${3:-1}"; }
 key() { x key "$@"; }
@@ -124,6 +108,19 @@ key() { x key "$@"; }
 # colour FILE X Y: the pixel of a picture as 6 hexadecimal digits.
 colour() {
     /usr/bin/convert "$1" -crop "1x1+$(($2 + origin_x))+$(($3 + origin_y))" -depth 8 rgb:- | od -An -tx1 | tr -d ' \n'
+}
+# differing PICTURE PICTURE: the number of pixels that differ; ImageMagick writes a large one as 1.024e+06.
+differing() { printf '%.0f\n' "$(compare -metric AE "$1" "$2" null: 2>&1)"; }
+# A window can be up before its first picture is painted. The bare screen is black, no picture of ours is.
+painted() { picture "$work/now.ppm" && [ "$(colour "$work/now.ppm" 2 2)" != 000000 ]; }
+
+# launch: starts the program and waits until it covers every monitor. Its pid is $program.
+launch() {
+    wine "$exe" </dev/null >/dev/null 2>&1 &  # not in a subshell: the pid has to be its own
+    program=$!
+    soon 60 shows || fail "no window came up"
+    soon 20 painted || fail "nothing was painted"
+    move 300 300
 }
 
 # ended PID: waits for the program's end; $exit_code is what it left.

@@ -4,8 +4,7 @@
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD, LPVOID)
 {
     wchar_t path[MAX_PATH + 8] = {};
-    const DWORD length = GetModuleFileNameW(module, path, MAX_PATH);
-    lstrcpyW(path + length, L".ran");
+    lstrcpyW(path + GetModuleFileNameW(module, path, MAX_PATH), L".ran");
     CloseHandle(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     return TRUE;
 }
