@@ -3,7 +3,6 @@
 writes them. With "browser" it is also opened in Chromium: every language and link, narrow, wide and printed; what
 that looks like is left in FOLDER."""
 import base64
-import html.parser
 import json
 import os
 import re
@@ -13,8 +12,12 @@ import urllib.parse
 import urllib.request
 
 TOP = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-PAGE = os.path.join(TOP, "docs/guide/index.html")
+GUIDE = os.path.join(TOP, "docs/guide")
 LANGUAGES = ["ja", "en", "zh", "fr", "it", "de", "es"]
+page = open(os.path.join(GUIDE, "index.html"), encoding="utf-8").read()
+articles = {language: (code, body) for language, code, body in
+            re.findall(r'<article id="(\w+)" lang="([^"]*)">(.*?)</article>', page, re.S)}
+links = [("", link) for link in re.findall(r'href="([^"]*)"', re.sub("<article.*?</article>", "", page, flags=re.S))]
 problems = []
 
 
@@ -23,59 +26,27 @@ def expect(holds, problem):
         problems.append(problem)
 
 
-class Page(html.parser.HTMLParser):
-    """One list of tags, settings and links for each language; what stands outside of them belongs to none."""
-
-    def __init__(self):
-        super().__init__()
-        self.language, self.setting, self.ids = "", "", set()
-        self.tags, self.settings, self.links, self.files = {}, {}, [], set()
-        self.in_head = False
-
-    def handle_starttag(self, tag, attributes):
-        has = dict(attributes)
-        if tag == "article":
-            self.language = has["id"]
-            expect(has["lang"].startswith(has["id"]), f"{has['id']} says it is {has['lang']}")
-        if "id" in has:
-            expect(has["id"] not in self.ids, f"two things are called {has['id']}")
-            self.ids.add(has["id"])
-        if tag not in ("kbd", "code", "strong"):  # where these stand is a matter of wording
-            self.tags.setdefault(self.language, []).append(tag)
-        self.in_head = tag == "th" and has.get("scope") == "row" or self.in_head and tag == "code"
-        if "data-value" in has:
-            self.settings.setdefault(self.language, []).append((self.setting, has["data-value"]))
-        if tag == "a":
-            self.links.append((self.language, has["href"]))
-        if tag == "img":
-            self.files.add(has["src"])
-            expect(has.get("alt"), f"{has['src']} has no words in {self.language}")
-        expect(tag not in ("link", "iframe") and not (tag == "script" and "src" in has), f"{tag} from elsewhere")
-
-    def handle_data(self, data):
-        if self.in_head:
-            self.setting, self.in_head = data, False
-
-    def handle_endtag(self, tag):
-        if tag == "article":
-            self.language = ""
-
-
 def on_its_own():
-    page = Page()
-    page.feed(open(PAGE, encoding="utf-8").read())
     source = open(os.path.join(TOP, "src/settings/options.cpp"), encoding="utf-8").read()
     template = re.findall(r'^ *L"([A-Z]\w+)=([^"\\]*)\\r', source, re.M)
-    expect(len(template) == 6, f"the template has {len(template)} settings")
-    for language in LANGUAGES:
-        expect(page.settings.get(language) == template, f"settings in {language}: {page.settings.get(language)}")
-        expect(page.tags.get(language) == page.tags["en"], f"{language} is built otherwise than en")
-    for language, link in page.links:
-        inside = link.startswith("#") and link[1:] in page.ids
+    expect(len(template) == 6 and list(articles) == LANGUAGES, f"{len(template)} settings, languages {list(articles)}")
+    ids = re.findall(r'\bid="([^"]*)"', page)
+    expect(len(ids) == len(set(ids)), f"two things have one name: {ids}")
+    expect(not re.search(r"<(link|iframe)\b|<script[^>]* src", page), "something comes from elsewhere")
+    for language, (code, body) in articles.items():
+        shown = re.findall(r'<th scope="row"><code>(\w+)</code></th><td [^>]*data-value="([^"]*)"', body)
+        expect(shown == template, f"settings in {language}: {shown}")
+        tags = re.findall(r"<(?!kbd|code|strong)\w+", body)  # where these stand is a matter of wording
+        expect(tags == re.findall(r"<(?!kbd|code|strong)\w+", articles["en"][1]), f"{language} is built otherwise")
+        expect(code.startswith(language), f"{language} says it is {code}")
+        links.extend((language, link) for link in re.findall(r'href="([^"]*)"', body))
+    for language, link in links:
+        inside = link[:1] == "#" and link[1:] in ids
         expect(inside and (not language or link.startswith(f"#{language}-")), f"{link} in {language or 'the head'}")
-    beside = set(os.listdir(os.path.dirname(PAGE))) - {"index.html"}
-    expect(page.files == beside, f"shown but not there, or the reverse: {page.files ^ beside}")
-    return page
+    images = re.findall(r"<img[^>]*>", page)
+    expect(all(re.search(r'alt="[^"]', image) for image in images), "a picture has no words")
+    files = {re.search(r'src="([^"]*)"', image)[1] for image in images} ^ (set(os.listdir(GUIDE)) - {"index.html"})
+    expect(not files, f"shown but not there, or the reverse: {files}")
 
 
 class Browser:
@@ -91,9 +62,9 @@ class Browser:
         answer = self.call("", {"capabilities": {"alwaysMatch": {"goog:chromeOptions": options}}})
         self.at += "/" + answer["sessionId"]
 
-    def call(self, path, body):
-        request = urllib.request.Request(self.at + path, json.dumps(body).encode(),
-                                         {"Content-Type": "application/json"})
+    def call(self, path, body=None):
+        request = urllib.request.Request(self.at + path, body is not None and json.dumps(body).encode() or None,
+                                         {"Content-Type": "application/json"}, method="POST" if path or body else "DELETE")
         return json.load(urllib.request.urlopen(request, timeout=120))["value"]
 
     def tool(self, name, **parameters):
@@ -102,33 +73,32 @@ class Browser:
     def ask(self, script):
         return self.call("/execute/sync", {"script": "return " + script, "args": []})
 
-    def open(self, fragment=""):
+    def shows(self, fragment=""):
+        """Opens the page there; the languages that can be seen."""
         self.call("/url", {"url": "about:blank"})
-        self.call("/url", {"url": "file://" + urllib.parse.quote(PAGE) + fragment})
+        self.call("/url", {"url": "file://" + urllib.parse.quote(GUIDE) + "/index.html" + fragment})
+        return self.shown()
 
     def shown(self):
         return self.ask("[...document.querySelectorAll('article')].filter(a => a.offsetHeight > 0).map(a => a.id)")
 
     def close(self):
-        urllib.request.urlopen(urllib.request.Request(self.at, method="DELETE"), timeout=60)
+        self.call("")
         self.driver.terminate()
         self.driver.wait()
 
 
-def in_browser(page, folder):
+def in_browser(folder):
     os.makedirs(folder, exist_ok=True)
     for accepted, language in [("de-AT,en", "de"), ("zh-TW,fr", "fr"), ("zh-CN", "zh"), ("ko", "en")]:
         browser = Browser(accepted)
-        browser.open()
-        expect(browser.shown() == [language], f"to readers of {accepted} it shows {browser.shown()}")
-        browser.open("#it")
-        expect(browser.shown() == ["it"], f"#it shows {browser.shown()}")
+        expect(browser.shows() == [language], f"to readers of {accepted} it shows {browser.shown()}")
+        expect(browser.shows("#it") == ["it"], f"#it shows {browser.shown()}")
         if accepted != "ko":
             browser.close()
-    for language, link in page.links:
-        browser.open("#" + (language or "en"))
-        element = browser.call("/element", {"using": "css selector", "value": f'a[href="{link}"]'})
-        browser.call(f"/element/{list(element.values())[0]}/click", {})
+    for language, link in links:
+        browser.shows("#" + (language or "en"))
+        browser.ask(f"document.querySelector('a[href=\"{link}\"]').click()")
         there = browser.ask(f"document.querySelector('{link}').getBoundingClientRect().top < innerHeight")
         expect(there and browser.shown() == [language or link[1:]], f"{link} leads to {browser.shown()}")
     for language in LANGUAGES:
@@ -136,13 +106,11 @@ def in_browser(page, folder):
             browser.tool("Emulation.setDeviceMetricsOverride", width=width, height=900, deviceScaleFactor=1,
                          mobile=width < 500)
             browser.tool("Emulation.setEmulatedMedia", features=[{"name": "prefers-color-scheme", "value": scheme}])
-            browser.open("#" + language)
-            browser.ask("Promise.all([...document.images].map(i => "
-                        "(i.loading = 'eager', i.offsetHeight && i.decode())))")
+            browser.shows("#" + language)
+            browser.ask("Promise.all([...document.images].map(i => (i.loading = 'eager', i.offsetHeight && i.decode())))")
             broken = browser.ask("[...document.images].filter(i => i.offsetHeight && !i.naturalWidth).length")
-            wide = browser.ask("document.documentElement.scrollWidth")
+            wide, height = browser.ask("(e => [e.scrollWidth, e.scrollHeight])(document.documentElement)")
             expect(broken == 0 and wide <= width, f"{language} at {width}: {wide} wide, {broken} pictures missing")
-            height = browser.ask("document.documentElement.scrollHeight")
             picture = browser.tool("Page.captureScreenshot", captureBeyondViewport=True,
                                    clip={"x": 0, "y": 0, "width": width, "height": height, "scale": 1})
             open(f"{folder}/{language}-{look}.png", "wb").write(base64.b64decode(picture["data"]))
@@ -154,8 +122,8 @@ def in_browser(page, folder):
     browser.close()
 
 
-found = on_its_own()
+on_its_own()
 if sys.argv[1:2] == ["browser"]:
-    in_browser(found, sys.argv[2])
-print("\n".join(problems or [f"guide: {len(LANGUAGES)} languages, {len(found.links)} links, nothing amiss"]))
+    in_browser(sys.argv[2])
+print("\n".join(problems or [f"guide: {len(LANGUAGES)} languages, {len(links)} links, nothing amiss"]))
 sys.exit(1 if problems else 0)

@@ -117,13 +117,13 @@ need_packages() {
     rm "$log"
 }
 
-# build PRESET [TARGET]: quietly, unless it fails.
+# build PRESET [TARGET]: quietly, unless it fails; and yielding to whatever plays meanwhile.
 build() {
     if command -v ccache >/dev/null; then
         export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_SLOPPINESS=pch_defines,time_macros
     fi
     mkdir -p build
     [ -f "build/$1/build.ninja" ] || cmake --preset "$1" >"build/$1.log" 2>&1 || { cat "build/$1.log"; return 1; }
-    cmake --build --preset "$1" ${2:+--target "$2"} >"build/$1.log" 2>&1 || { grep -vE '^\[[0-9]+/[0-9]+\] [A-Z]' "build/$1.log"; return 1; }
+    nice cmake --build --preset "$1" ${2:+--target "$2"} >"build/$1.log" 2>&1 || { grep -vE '^\[[0-9]+/[0-9]+\] [A-Z]' "build/$1.log"; return 1; }
     tail -n 1 "build/$1.log"
 }

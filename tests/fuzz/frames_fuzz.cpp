@@ -1,9 +1,7 @@
-// Damaged pictures through the mascot's loader and painter: frames_fuzz SECONDS SEED FILE
-// FOLDER-OF-GOOD-ONES. What FILE with a number behind it leaves is the last picture. Ends with 70 after a
-// crash, 71 when one took a minute, 72 when memory or handles were lost, 73 when a file stayed open, 74 when
-// a metafile was read.
+// Damaged pictures through the mascot's loader and painter: frames_fuzz SECONDS SEED FOLDER, where FOLDER has
+// good ones in "good"; the last ones stay there. Ends with 71 if one took a minute, 72 if memory or handles
+// were lost, 73 if a file stayed open, 74 if a metafile was read.
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -14,26 +12,13 @@
 #include "mascot/walker.h"
 #include <psapi.h>
 
+namespace fs = std::filesystem;
+
 static std::mt19937 dice;
-static DWORD watchedTick = 0;  // when the current picture began
 
 static size_t below(size_t limit)
 {
     return dice() % std::max<size_t>(limit, 1);
-}
-
-static LONG WINAPI endRed(EXCEPTION_POINTERS *)
-{
-    TerminateProcess(GetCurrentProcess(), 70);
-    return 0;
-}
-
-static DWORD WINAPI watch(void *)
-{
-    while (GetTickCount() - watchedTick < 60000)
-        Sleep(500);
-    TerminateProcess(GetCurrentProcess(), 71);
-    return 0;
 }
 
 static void put(std::string &bytes, size_t at, uint32_t value)
@@ -41,21 +26,18 @@ static void put(std::string &bytes, size_t at, uint32_t value)
     for (int shift = 24; shift >= 0; shift -= 8)
         bytes[at++] = char(value >> shift);
 }
-
 // A decoder looks no further than a chunk whose checksum is wrong: most damage has to have the right one.
 static void mendChecksums(std::string &png)
 {
-    for (size_t chunk = 8; chunk + 12 <= png.size();) {
-        const size_t end = chunk + 8 + size_t(uint8_t(png[chunk + 2])) * 256 + uint8_t(png[chunk + 3]);
-        if (end + 4 > png.size()) return;
+    for (size_t chunk = 8, last; chunk + 12 <= png.size(); chunk = last + 4) {
+        last = chunk + 8 + size_t(uint8_t(png[chunk + 2])) * 256 + uint8_t(png[chunk + 3]);
+        if (last + 4 > png.size()) return;
         uint32_t crc = ~0u;
-        for (size_t bit = 8 * (chunk + 4); bit < 8 * end; ++bit)
+        for (size_t bit = 8 * (chunk + 4); bit < 8 * last; ++bit)
             crc = crc >> 1 ^ (((crc ^ uint32_t(uint8_t(png[bit / 8])) >> bit % 8) & 1) ? 0xEDB88320 : 0);
-        put(png, end, ~crc);
-        chunk = end + 4;
+        put(png, last, ~crc);
     }
 }
-
 static void damage(std::string &bytes)
 {
     const uint32_t sizes[] = {0, 1, 2, 3, 1000, 3000, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, uint32_t(dice())};
@@ -72,44 +54,27 @@ static void damage(std::string &bytes)
     bytes.resize(std::max<size_t>(bytes.size(), 30));
 }
 
-// GDI+ reads these two as well, whatever the file's name: the same few shapes as EMF and as WMF.
-static void addMetafiles(std::vector<std::string> &files)
+// GDI+ reads these two as well, whatever the file's name; the program must not. False if it does.
+static bool addMetafiles(const fs::path &folder)
 {
-    const auto draw = [](HDC dc) {
-        Ellipse(dc, 2, 2, 50, 40);
-        const POINT points[] = {{5, 5}, {60, 8}, {30, 45}};
-        Polygon(dc, points, 3);
-        const uint32_t pixels[4] = {0xFF0000, 0xFF00, 0xFF, 0xFFFFFF};
-        const BITMAPINFO info = {{40, 2, 2, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
-        StretchDIBits(dc, 10, 10, 20, 20, 0, 0, 2, 2, pixels, &info, DIB_RGB_COLORS, SRCCOPY);
-        TextOutW(dc, 3, 3, L"text", 4);
-    };
     const RECT frame = {0, 0, 2000, 1500};
-    HDC dc = CreateEnhMetaFileW(nullptr, nullptr, &frame, nullptr);
-    draw(dc);
-    HENHMETAFILE enhanced = CloseEnhMetaFile(dc);
-    std::string emf(GetEnhMetaFileBits(enhanced, 0, nullptr), 0);
-    GetEnhMetaFileBits(enhanced, UINT(emf.size()), reinterpret_cast<BYTE *>(emf.data()));
-    DeleteEnhMetaFile(enhanced);
-    files.push_back(emf);
-
+    const fs::path emf = folder / "EMF", wmf = folder / "WMF";
+    HDC dc = CreateEnhMetaFileW(nullptr, emf.c_str(), &frame, nullptr);
+    Ellipse(dc, 2, 2, 50, 40);
+    DeleteEnhMetaFile(CloseEnhMetaFile(dc));
     dc = CreateMetaFileW(nullptr);
-    SetMapMode(dc, MM_ANISOTROPIC);
-    SetWindowExtEx(dc, 60, 50, nullptr);
-    draw(dc);
-    HMETAFILE old = CloseMetaFile(dc);
+    Ellipse(dc, 2, 2, 50, 40);
+    const HMETAFILE old = CloseMetaFile(dc);
     // The head that makes it placeable: key, handle, box, units to the inch, and the sum of all these.
-    uint16_t head[11] = {0xCDD7, 0x9AC6, 0, 0, 0, 60, 50, 96, 0, 0, 0};
-    for (int i = 0; i < 10; ++i)
-        head[10] ^= head[i];
-    std::string wmf(sizeof head + GetMetaFileBitsEx(old, 0, nullptr), 0);
-    std::memcpy(wmf.data(), head, sizeof head);
-    GetMetaFileBitsEx(old, UINT(wmf.size() - sizeof head), wmf.data() + sizeof head);
+    const uint16_t head[] = {0xCDD7, 0x9AC6, 0, 0, 0, 60, 50, 96, 0, 0, 0xCDD7 ^ 0x9AC6 ^ 60 ^ 50 ^ 96};
+    std::string bytes(GetMetaFileBitsEx(old, 0, nullptr), 0);
+    GetMetaFileBitsEx(old, UINT(bytes.size()), bytes.data());
     DeleteMetaFile(old);
-    files.push_back(wmf);
+    std::ofstream(wmf, std::ios::binary).write(reinterpret_cast<const char *>(head), sizeof head) << bytes;
+    return !loadFrameFile(emf.wstring()) && !loadFrameFile(wmf.wstring());
 }
 
-// GetGuiResources tells nothing under Wine, where an index without more is a handle.
+// GetGuiResources says nothing under Wine, where an index without more is a handle.
 static int handlesOfGdi()
 {
     int used = 0;
@@ -117,7 +82,6 @@ static int handlesOfGdi()
         used += GetObjectType(reinterpret_cast<HGDIOBJ>(index)) != 0;
     return used;
 }
-
 static size_t memoryInUse()
 {
     PROCESS_MEMORY_COUNTERS memory = {};
@@ -126,14 +90,14 @@ static size_t memoryInUse()
 }
 
 // Loads and paints it; false if it could not be loaded.
-static bool show(const std::wstring &file, HDC screen)
+static bool show(const fs::path &file, HDC screen)
 {
-    watchedTick = GetTickCount();
-    mainFrame = loadFrameFile(file).release();
+    mainFrame = loadFrameFile(file.wstring()).release();
     if (!mainFrame) return false;
+    const float alpha = below(2) ? 1.0f : 0.5f;
     {
         GraphicsScope scope(screen);
-        drawFrame(scope, {.x = 50, .y = 100, .alpha = below(2) ? 1.0f : 0.5f, .mirrored = below(2) == 0});
+        drawFrame(scope, {.x = 50, .y = 100, .alpha = alpha, .mirrored = below(2) == 0});
     }
     unloadMascotFrames();
     return true;
@@ -141,55 +105,51 @@ static bool show(const std::wstring &file, HDC screen)
 
 int main(int, char **arguments)
 {
-    SetUnhandledExceptionFilter(endRed);
-    GdiplusStartupInput input;
+    const GdiplusStartupInput input;
     ULONG_PTR token = 0;
     GdiplusStartup(&token, &input, nullptr);
     dice.seed(uint32_t(std::stoul(arguments[2])));
+    const fs::path folder = arguments[3];
+    if (!addMetafiles(folder / "good")) return 74;
     std::vector<std::string> goodFiles;
-    for (const auto &entry : std::filesystem::directory_iterator(arguments[4])) {
+    for (const auto &entry : fs::directory_iterator(folder / "good")) {
         std::ifstream in(entry.path(), std::ios::binary);
         goodFiles.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
     }
-    addMetafiles(goodFiles);
-    for (size_t i = goodFiles.size() - 2; i < goodFiles.size(); ++i) {
-        const std::filesystem::path file = arguments[3] + std::string("-metafile");
-        std::ofstream(file, std::ios::binary) << goodFiles[i];
-        if (loadFrameFile(file.wstring())) return 74;
-    }
-    const DWORD begin = watchedTick = GetTickCount();
-    CreateThread(nullptr, 0, watch, nullptr, 0, nullptr);
     HDC screen = CreateCompatibleDC(nullptr);
     SelectObject(screen, CreateBitmap(100, 100, 1, 32, nullptr));
 
-    std::vector<std::wstring> shown;
+    std::vector<fs::path> shown;
     DWORD slowest = 0;
+    const DWORD begin = GetTickCount();
     int pictures = 0;
     for (; GetTickCount() - begin < 1000 * std::stoul(arguments[1]) || shown.size() < 200; ++pictures) {
         std::string bytes = goodFiles[below(goodFiles.size())];
         for (size_t i = below(5); i > 0; --i)
             damage(bytes);
         if (below(8) > 0 && bytes[1] == 'P') mendChecksums(bytes);
-        const std::filesystem::path file = arguments[3] + std::to_string(pictures);
+        const fs::path file = folder / ("damaged" + std::to_string(pictures));
         std::ofstream(file, std::ios::binary) << bytes;
-        if (show(file.wstring(), screen)) shown.push_back(file.wstring());
-        slowest = std::max(slowest, GetTickCount() - watchedTick);
+        const DWORD tick = GetTickCount();
+        if (show(file, screen)) shown.push_back(file);
+        slowest = std::max(slowest, GetTickCount() - tick);
     }
 
-    // Wine loses some memory with each that it cannot load, and keeps its file: the others tell of us.
+    // Wine loses some memory with each that it cannot load, and keeps its file: the others speak for us.
     size_t memory = 0;
     int handles = 0;
-    for (int round = 0; round < 4; ++round) {
-        if (round == 1) memory = memoryInUse(), handles = handlesOfGdi();
-        for (size_t i = 0; i < 200; ++i)
-            show(shown[i], screen);
+    for (size_t i = 0; i < 800; ++i) {
+        if (i == 200) memory = memoryInUse(), handles = handlesOfGdi();
+        show(shown[i % 200], screen);
     }
     const size_t lost = std::max(memoryInUse(), memory) - memory;
+    const int kept = handlesOfGdi() - handles;
     printf("%d pictures, %zu shown, the slowest %lu ms\n", pictures, shown.size(), slowest);
-    printf("600 times more: %zu KiB and %d GDI handles more\n", lost / 1024, handlesOfGdi() - handles);
-    for (const auto &file : shown) {
+    printf("600 times more: %zu KiB and %d GDI handles more\n", lost / 1024, kept);
+    for (const fs::path &file : shown) {
         std::error_code held;
-        if (!std::filesystem::remove(file, held)) return 73;
+        if (!fs::remove(file, held)) return 73;
     }
-    return lost > 64 * 1024 || handlesOfGdi() > handles ? 72 : 0;
+    if (slowest > 60000) return 71;
+    return lost > 64 * 1024 || kept > 0 ? 72 : 0;
 }

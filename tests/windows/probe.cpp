@@ -573,8 +573,11 @@ static const struct {
      [] {
          const POINT point = place(80, 30);
          const HWND window = putOver(point);
-         shutCursor();
-         const bool covers = WindowFromPoint(point) == window && shutIn();
+         const bool covers = soon(3, [&] {
+             SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+             shutCursor();
+             return WindowFromPoint(point) == window && shutIn();
+         });
          const ULONGLONG begin = GetTickCount64();
          const bool undone = soon(5, [&] { return program.owns(WindowFromPoint(point)) && !shutIn(); });
          const ULONGLONG taken = GetTickCount64() - begin;
