@@ -42,11 +42,11 @@ soon() {
 # retried COMMAND...: for what a busy machine can spoil without any fault of the program. ./check prints each retry.
 retried() {
     local try
-    for try in 1 2 3; do
+    for try in 1 2 3 4 5; do
         if "$@"; then return; fi
         echo "retry: $1 failed for the ${try}. time"
     done
-    fail "$1 failed three times"
+    fail "$1 failed each time"
 }
 
 # settings LINE...: what the section [Zubbly] of the settings file holds at the next launch.

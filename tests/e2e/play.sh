@@ -37,24 +37,24 @@ stroke() {
 }
 retried stroke  # a busy X server merges moves
 
-# DLLs that somebody put beside the program are not let in; they are into one that needs them from the start.
+# DLLs that somebody put beside the program are not let in; they are into one that takes them from anywhere.
 # Wine, other than Windows, has to be asked to look at them.
 mkdir "$work/beside"
 export WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winmm,msimg32=n,b"
 for dll in winmm msimg32; do compiled beside/$dll.dll -shared "$top/tests/e2e/planted.cpp"; done
 planted() { ls "$work/beside" | grep -c '\.ran$'; }
-echo 'int main() { return !PlaySoundW(nullptr, nullptr, 0) && !AlphaBlend({}, 0, 0, 0, 0, {}, 0, 0, 0, 0, {}); }' |
-    compiled beside/needy.exe -include windows.h - -lwinmm -lmsimg32
-quietly wine "$work/beside/needy.exe" || true
+echo 'int main() { return !LoadLibraryA("winmm") || !LoadLibraryA("msimg32"); }' |
+    compiled beside/trusting.exe -include windows.h -
+quietly wine "$work/beside/trusting.exe" || true
 [ "$(planted)" = 2 ] || fail "the planted DLLs do not work"
 rm "$work/beside"/*.ran
 cp "$exe" "$work/beside"
 exe=$work/beside/Zubbly.exe
 launch
 picture "$work/empty.ppm"
+tapped() { picture "$work/now.ppm" && ! cmp -s "$work/empty.ppm" "$work/now.ppm"; }
 tap 300 300
-tapped() { ! cmp -s "$work/empty.ppm" "$work/now.ppm"; }
-soon 10 eval 'painted && tapped' || fail "a tap leaves no mark"
+soon 10 tapped || fail "a tap leaves no mark"
 leave
 [ "$(planted)" = 0 ] || fail "planted DLLs ran: $(ls "$work/beside")"
 
