@@ -31,12 +31,24 @@ static int refuse(const string &reason)
     return 2;
 }
 
-struct Finding {
-    enum Verdict { pass, fail, notHere } verdict;
+// What the current row has found.
+static struct Finding {
+    bool failed = false, notHere = false;
     string seen;
-    Finding(Verdict found, const string &what) : verdict(found), seen(what) {}
-    Finding(bool holds, const string &what) : verdict(holds ? pass : fail), seen(what) {}
-};
+} finding;
+template <class... Values> static void note(const char *format, Values... values)
+{
+    finding.seen += (finding.seen.empty() ? "" : ", ") + text(format, values...);
+}
+static void want(bool holds, const string &otherwise)
+{
+    if (!holds) note("%s", otherwise.c_str());
+    finding.failed = finding.failed || !holds;
+}
+static void notHere(const string &reason)
+{
+    finding = {false, true, reason};
+}
 
 struct Box : RECT {
     Box(LONG x1 = 0, LONG y1 = 0, LONG x2 = 0, LONG y2 = 0) : RECT{x1, y1, x2, y2} {}
@@ -84,9 +96,8 @@ static vector<HWND> visibleWindows(bool ofProgram, const char *type = "")
 // ---- Waiting. Meanwhile the program is asked for an answer all the time.
 
 static bool stopping = false;
-static int hotKeys = 0, rightPresses = 0;    // that reached the probe itself
-static ULONGLONG longestSilence = 0;         // ms
-static const ULONGLONG silenceLimit = 1000;  // Windows drops a keyboard hook that keeps it waiting longer
+static int hotKeys = 0, rightPresses = 0;  // that reached the probe itself
+static ULONGLONG longestSilence = 0;       // ms
 
 // Until the condition holds; false when the time is over.
 template <class Condition> static bool soon(double seconds, Condition condition)
@@ -111,6 +122,12 @@ template <class Condition> static bool soon(double seconds, Condition condition)
 static void pause(double seconds)
 {
     soon(seconds, [] { return false; });
+}
+// Windows drops a keyboard hook that keeps it waiting longer.
+static void wantAnswers()
+{
+    note("%llu ms", longestSilence);
+    want(longestSilence < 1000, "silent");
 }
 
 // ---- Input
@@ -302,7 +319,7 @@ static bool intruded()
 }
 
 // What the desktop leaves unclaimed is claimed here, so that a leak shows on any. The first leak ends it.
-static Finding chords(const vector<UINT> &modifierSets, const vector<WORD> &keys)
+static void chords(const vector<UINT> &modifierSets, const vector<WORD> &keys)
 {
     const std::pair<UINT, WORD> modifiers[] = {
         {MOD_CONTROL, VK_CONTROL}, {MOD_ALT, VK_LMENU}, {MOD_SHIFT, VK_SHIFT}, {MOD_WIN, VK_LWIN}};
@@ -321,18 +338,19 @@ static Finding chords(const vector<UINT> &modifierSets, const vector<WORD> &keys
             press(codes);
             const bool out = soon(last == keys[0] ? 0.5 : 0.02, [] { return hotKeys > 0 || intruded(); });
             if (claimed) UnregisterHotKey(nullptr, 1);
-            const string to = hotKeys ? "another program gets it" : out ? nameOf(intruder) : "";
-            if (out) return {false, text("key %x with modifiers %x: %s", last, held, to.c_str())};
             ++count;
+            if (!out) continue;
+            const string to = hotKeys ? "another program gets it" : nameOf(intruder);
+            return want(false, text("key %x with modifiers %x: %s", last, held, to.c_str()));
         }
     }
     press({VK_LWIN});
     press({VK_RWIN});
-    if (soon(1, intruded)) return {false, "after them: " + nameOf(intruder)};
+    if (soon(1, intruded)) want(false, "after them: " + nameOf(intruder));
     const Pixels before = shoot();
     press({VK_SPACE});
-    const bool plays = soon(3, [&] { return changedSince(before); });
-    return {plays, text("%d chords; %s", count, plays ? "Space played" : "the keys are dead")};
+    want(soon(3, [&] { return changedSince(before); }), "the keys are dead");
+    note("%d chords", count);
 }
 
 static void tapAside(POINT point = place(50, 3))
@@ -370,7 +388,7 @@ static void shutCursor()
     ClipCursor(&corner);
 }
 
-static Finding hand(BOOL swapped)
+static void hand(BOOL swapped)
 {
     SwapMouseButton(swapped);
     // Does the system send what the swap means? A window of our own is asked.
@@ -379,20 +397,19 @@ static Finding hand(BOOL swapped)
     click(place(85, 80), false);
     const bool counts = soon(2, [] { return rightPresses > 0; });
     DestroyWindow(window);
-    Finding finding = {Finding::notHere, "a swap of the buttons changes no message"};
     if (counts) {
         tapAside();
-        const bool menu = opensMenu();
+        want(opensMenu(), "no menu");
         tapAside();
         const Pixels before = shoot();
         drag(place(30, 75), place(60, 75));
         const LONG stroke = settledChange(before).width(), way = place(60, 0).x - place(30, 0).x;
-        const bool painted = stroke > way - 40 && stroke < way + 200;
-        finding = {menu && painted,
-                   text("%s, %s", menu ? "menu" : "no menu", painted ? "stroke" : "no stroke")};
+        note("a stroke of %ld for %ld", stroke, way);
+        want(stroke > way - 40 && stroke < way + 200, "not as long");
+    } else {
+        notHere("a swap of the buttons changes no message");
     }
     SwapMouseButton(swappedBefore);
-    return finding;
 }
 
 template <class Function> static Function *userFunction(Function *, const char *name)
@@ -400,13 +417,13 @@ template <class Function> static Function *userFunction(Function *, const char *
     const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32.dll"), name);
     return reinterpret_cast<Function *>(reinterpret_cast<void *>(found));
 }
-static Finding finger()
+static void finger()
 {
     const auto begin = userFunction(InitializeTouchInjection, "InitializeTouchInjection");
     const auto inject = userFunction(InjectTouchInput, "InjectTouchInput");
-    if (!begin || !inject) return {Finding::notHere, "user32.dll has no InjectTouchInput"};
+    if (!begin || !inject) return notHere("user32.dll has no InjectTouchInput");
     if (!begin(1, TOUCH_FEEDBACK_NONE))
-        return {Finding::notHere, text("no injected touches: error %lu", GetLastError())};
+        return notHere(text("no injected touches: error %lu", GetLastError()));
     int refused = 0;
     // From one place to another in so many steps of 20 ms.
     const auto touch = [&](POINT from, POINT to, int steps) {
@@ -428,24 +445,24 @@ static Finding finger()
     const LONG drawn = settledChange(before).width();
     const Pixels rested = shoot();
     const DWORD dot = rested.at(place(70, 40));  // a yellow one stays
-    const bool yellow = (dot >> 16 & 255) > 180 && (dot >> 8 & 255) > 160 && (dot & 255) < 150;
+    want((dot >> 16 & 255) > 180 && (dot >> 8 & 255) > 160 && (dot & 255) < 150, "no dot");
     touch(place(50, 60), place(50, 60), 75);  // long enough for a right click elsewhere
-    const bool menu = menuShows(rested), whole = drawn > place(70, 0).x - place(20, 0).x - 40;
-    return {whole && yellow && !menu && !refused,
-            text("%ld wide%s%s, %d refused", drawn, yellow ? ", the dot" : ", no dot", menu ? ", a menu" : "",
-                 refused)};
+    want(!menuShows(rested), "a menu");
+    note("%ld wide", drawn);
+    want(drawn > place(70, 0).x - place(20, 0).x - 40, "not as long");
+    want(refused == 0, text("%d refused", refused));
 }
 
 // ---- The rows
 
 static const struct {
     const char *name, *must;
-    Finding (*look)();
+    void (*look)();
 } rows[] = {
     {"covered", "every monitor has its window, picture and tap",
      [] {
          const Pixels start = shoot();
-         string wrong;
+         note("%zu monitors", monitors.size());
          for (const Box &monitor : monitors) {
              int windows = 0, holes = 0;
              for (const HWND window : visibleWindows(true, "(ZubblyWindow)")) {
@@ -456,34 +473,30 @@ static const struct {
                  for (p.x = monitor.left; p.x < monitor.right; p.x += 7)
                      holes += start.at(p) != start.at(place(50, 50)) || !program.owns(WindowFromPoint(p));
              const LONG x = monitor.middle().x, y = monitor.top + 100;
+             want(windows == 1 && !holes, text("at %ld,%ld: %d windows, %d holes", x, y, windows, holes));
              click({x, y});
              const Box around(x - 20, y - 20, x + 20, y + 20);
-             const bool marked = soon(3, [&] { return changedSince(start, around); });
-             if (windows != 1 || holes || !marked)
-                 wrong += text("; at %ld,%ld: %d windows, %d holes%s", monitor.left, monitor.top, windows,
-                               holes, marked ? "" : ", no mark");
+             want(soon(3, [&] { return changedSince(start, around); }), text("no mark at %ld,%ld", x, y));
          }
-         return Finding(wrong.empty(), text("%zu monitors", monitors.size()) + wrong);
      }},
     {"keys", "eight keys leave their shapes at their places",
      [] {
-         string wrong;
+         const Box box = monitors[0];
+         const LONG width = std::max<LONG>(box.width() / 3, 120),
+                    height = std::max<LONG>(box.height() / 3, 120);
          for (const char code : {'A', 'B', 'C', 'E', 'N', 'P', '4', '7'}) {  // shapes around their places
              const Pixels before = shoot();
              press({WORD(code)});
              const Box change = settledChange(before);
              // A key's place is a hash of its code, in the middle third of the monitor.
              const DWORD hash = (DWORD(code) + 1) * 0x9E3779B1u;
-             const DWORD width = DWORD(std::max<LONG>(monitors[0].width() / 3, 120));
-             const DWORD height = DWORD(std::max<LONG>(monitors[0].height() / 3, 120));
-             const LONG x = change.middle().x - monitors[0].middle().x - LONG(hash % width) + LONG(width) / 2;
-             const LONG y =
-                 change.middle().y - monitors[0].middle().y - LONG(hash / 97 % height) + LONG(height) / 2;
-             if (std::abs(x) > 40 || std::abs(y) > 40 || change.width() < 40 || change.width() > 300)
-                 wrong += text("%c is %ld wide, %ld,%ld off; ", code, change.width(), x, y);
+             const LONG x = box.middle().x - width / 2 + LONG(hash % DWORD(width));
+             const LONG y = box.middle().y - height / 2 + LONG(hash / 97 % DWORD(height));
+             const LONG offX = change.middle().x - x, offY = change.middle().y - y;
+             want(std::abs(offX) <= 40 && std::abs(offY) <= 40 && std::abs(change.width() - 170) <= 130,
+                  text("%c is %ld wide, %ld,%ld off", code, change.width(), offX, offY));
              pause(0.7);  // keys that come faster make notes
          }
-         return Finding(wrong.empty(), wrong.empty() ? "eight shapes" : wrong);
      }},
     {"chords", "Alt, Ctrl and Windows chords lead nowhere",
      [] {
@@ -492,42 +505,42 @@ static const struct {
              keys.push_back(letter);
          for (WORD function = VK_F1; function <= VK_F12; ++function)
              keys.push_back(function);
-         return chords({MOD_ALT, MOD_CONTROL, MOD_WIN, MOD_ALT | MOD_SHIFT, MOD_ALT | MOD_CONTROL,
-                        MOD_ALT | MOD_WIN, MOD_CONTROL | MOD_SHIFT, MOD_CONTROL | MOD_WIN,
-                        MOD_SHIFT | MOD_WIN},
-                       keys);
+         chords({MOD_ALT, MOD_CONTROL, MOD_WIN, MOD_ALT | MOD_SHIFT, MOD_ALT | MOD_CONTROL, MOD_ALT | MOD_WIN,
+                 MOD_CONTROL | MOD_SHIFT, MOD_CONTROL | MOD_WIN, MOD_SHIFT | MOD_WIN},
+                keys);
      }},
     {"shift", "five presses of Shift bring up no question",
      [] {
-         if (!shortcuts[0].here())
-             return Finding(Finding::notHere, "the Sticky Keys shortcut cannot be switched on");
-         const size_t before = visibleWindows(false).size();
+         if (!shortcuts[0].here()) return notHere("the Sticky Keys shortcut cannot be switched on");
+         const vector<HWND> before = visibleWindows(false);
          for (int i = 0; i < 5; ++i, pause(0.08))
              press({VK_SHIFT});
-         const bool out = soon(2, [&] { return visibleWindows(false).size() > before || intruded(); });
-         return Finding(!out, out ? nameOf(visibleWindows(false)[0]) : "none");
+         soon(2, [&] { return visibleWindows(false) != before || intruded(); });
+         for (const HWND window : visibleWindows(false))
+             want(std::find(before.begin(), before.end(), window) != before.end(), nameOf(window));
+         want(!intruded(), "something in front");
      }},
     {"shortcuts", "shortcuts that bring up a question are off",
      [] {
-         string on, off;
-         for (const Shortcut &shortcut : shortcuts)
-             if (shortcut.here()) (shortcut.flags() & shortcut.bit ? on : off) += string(" ") + shortcut.name;
-         if (on.empty() && off.empty())
-             return Finding(Finding::notHere, "none of the five can be switched on");
-         return Finding(on.empty(), "off:" + off + (on.empty() ? "" : "; still on:" + on));
+         if (std::ranges::none_of(shortcuts, &Shortcut::here))
+             return notHere("none of the five can be switched on");
+         for (const Shortcut &shortcut : shortcuts) {
+             if (!shortcut.here()) continue;
+             note("%s", shortcut.name);
+             want(!(shortcut.flags() & shortcut.bit), "which is still on");
+         }
      }},
     {"turned", "the screen does not turn with the tablet",
      [] {
-         if (rotationBefore != AR_ENABLED)
-             return Finding(Finding::notHere, text("a screen that does not turn (state %d)", rotationBefore));
-         return Finding(rotation() != AR_ENABLED, text("state %d", rotation()));
+         if (rotationBefore) return notHere(text("a screen that does not turn (state %d)", rotationBefore));
+         want(rotation() != AR_ENABLED, "it turns");
      }},
     {"finger", "draws, leaves its dot, held opens no menu", finger},
-    {"right", "right-handed: right for menu, left paints", [] { return hand(FALSE); }},
-    {"left", "left-handed: the other way round", [] { return hand(TRUE); }},
+    {"right", "right-handed: right for menu, left paints", [] { hand(FALSE); }},
+    {"left", "left-handed: the other way round", [] { hand(TRUE); }},
     {"copy", "PrintScreen copies what shows, in 1000 ms",
      [] {
-         const bool menu = opensMenu();
+         want(opensMenu(), "no menu");
          const Pixels shown = shoot();
          const DWORD sequence = GetClipboardSequenceNumber();
          longestSilence = 0;
@@ -536,19 +549,17 @@ static const struct {
              key(VK_SNAPSHOT, KEYEVENTF_SCANCODE | KEYEVENTF_EXTENDEDKEY | up, 0x37);
          if (!soon(5, [&] { return GetClipboardSequenceNumber() != sequence; }) ||
              !soon(2, [] { return OpenClipboard(nullptr) != FALSE; }))
-             return Finding(false, intruded() ? nameOf(intruder) + " comes up: does Windows keep the key?"
-                                              : "no copy");
+             return want(false, !intruded() ? "no copy" : nameOf(intruder) + ": does Windows keep the key?");
          const HBITMAP bitmap = HBITMAP(GetClipboardData(CF_BITMAP));
          BITMAP size = {};
          GetObjectW(bitmap, sizeof size, &size);
-         const bool same = size.bmWidth == screen.width() && size.bmHeight == screen.height() &&
-                           changeOf(shown, shoot(bitmap)).width() == 0;
+         note("%ld by %ld", size.bmWidth, size.bmHeight);
+         want(size.bmWidth == screen.width() && size.bmHeight == screen.height() &&
+                  changeOf(shown, shoot(bitmap)).width() == 0,
+              "unlike the screen");
          CloseClipboard();
          tapAside();
-         return Finding(menu && same && longestSilence < silenceLimit,
-                        text("%ld by %ld, %s, %s, %llu ms", size.bmWidth, size.bmHeight,
-                             same ? "as shown" : "unlike the screen", menu ? "menu" : "no menu",
-                             longestSilence));
+         wantAnswers();
      }},
     {"wipe", "Escape wipes to one colour in 0.5 to 8 s",
      [] {
@@ -566,8 +577,8 @@ static const struct {
          int even = 0;
          for (int i = 0; i < 10000; ++i)
              even += last.at(place(i % 100, i / 100)) == last.at(place(50, 50));
-         return Finding(changed - begin > 500 && changed - begin < 8000 && even > 9000,
-                        text("%llu ms, then %d %% one colour", changed - begin, even / 100));
+         note("%llu ms, then %d %% one colour", changed - begin, even / 100);
+         want(changed - begin > 500 && changed - begin < 8000 && even > 9000, "no wipe");
      }},
     {"again", "window on top, shut-in cursor: 1.8 s at most",
      [] {
@@ -579,11 +590,11 @@ static const struct {
              return WindowFromPoint(point) == window && shutIn();
          });
          const ULONGLONG begin = GetTickCount64();
-         const bool undone = soon(5, [&] { return program.owns(WindowFromPoint(point)) && !shutIn(); });
-         const ULONGLONG taken = GetTickCount64() - begin;
+         soon(5, [&] { return program.owns(WindowFromPoint(point)) && !shutIn(); });
+         note("%llu ms", GetTickCount64() - begin);
+         want(GetTickCount64() - begin < 1800, "too late");
          DestroyWindow(window);
-         if (!covers) return Finding(Finding::notHere, "another program can do neither");
-         return Finding(undone && taken < 1800, text("%llu ms", taken));
+         if (!covers) notHere("another program can do neither");
      }},
     {"play", "10 s of play, never silent for 1000 ms",
      [] {
@@ -600,83 +611,75 @@ static const struct {
              }
          }
          press({VK_SHIFT});  // stops what draws by itself
-         const LONG drawn = settledChange(before).width();
-         return Finding(longestSilence < silenceLimit && drawn > canvas().width() / 2,
-                        text("%llu ms, painted %ld wide", longestSilence, drawn));
+         wantAnswers();
+         want(settledChange(before).width() > canvas().width() / 2, "little was painted");
      }},
     {"memory", "no more than a few pictures more after it",
      [] {
          // On the clipboard, to compose on.
          const double limit = megabytesBefore + 2 * 4e-6 * screen.width() * screen.height() + 40;
-         return Finding(
-             megabytesBefore > 0 && program.megabytes() < limit,
-             text("%.1f MB, at the start %.1f, limit %.1f", program.megabytes(), megabytesBefore, limit));
+         note("%.1f MB, at the start %.1f, limit %.1f", program.megabytes(), megabytesBefore, limit);
+         want(megabytesBefore > 0 && program.megabytes() < limit, "too much");
      }},
     {"save", "saves by itself, not silent for 1000 ms",
      [] {
          const std::set<fs::path> before = pictures();
          click(place(40, 30));  // something to save
          longestSilence = 0;
-         const bool saved = soon(130, [&] {
-             fs::path fresh;
-             for (const fs::path &picture : pictures())
-                 if (!before.count(picture)) fresh = picture;
-             std::ifstream file(fresh, std::ios::binary);
+         const auto isWhole = [&](const fs::path &picture) {
+             std::ifstream file(picture, std::ios::binary);
              const string bytes(std::istreambuf_iterator<char>(file), {});
-             return bytes.size() > 8 && bytes.substr(bytes.size() - 8, 4) == "IEND";
-         });
-         return Finding(saved && longestSilence < silenceLimit,
-                        text("%s, %llu ms", saved ? "a whole file" : "no whole file", longestSilence));
+             return !before.count(picture) && bytes.size() > 8 && bytes.substr(bytes.size() - 8, 4) == "IEND";
+         };
+         const auto saved = [&] { return std::ranges::any_of(pictures(), isWhole); };
+         want(soon(130, saved), "no whole file");
+         wantAnswers();
      }},
     {"held", "Alt+F1 held for 4 s opens one dialog",
      [] {
-         size_t open = 0, most = 0;
-         const auto look = [&] {
-             return most = std::max(most, open = visibleWindows(true, "(#32770)").size());
+         size_t most = 0;
+         const auto dialogs = [&] {
+             const vector<HWND> open = visibleWindows(true, "(#32770)");
+             most = std::max(most, open.size());
+             return open;
          };
-         for (int i = 0; i < 120; ++i, pause(0.033), look()) {       // as a keyboard repeats
+         for (int i = 0; i < 120; ++i, pause(0.033), dialogs()) {    // as a keyboard repeats
              if (GetAsyncKeyState(VK_LMENU) >= 0) key(VK_LMENU, 0);  // a change of focus may let go of it
              key(VK_F1, 0);
          }
          key(VK_F1, KEYEVENTF_KEYUP);
          key(VK_LMENU, KEYEVENTF_KEYUP);
-         soon(15, look);
+         soon(15, [&] { return !dialogs().empty(); });
          pause(0.5);
-         soon(60, [&] {
-             look();
-             for (const HWND dialog : visibleWindows(true, "(#32770)"))
+         const auto closed = [&] {
+             for (const HWND dialog : dialogs())
                  PostMessageW(dialog, WM_CLOSE, 0, 0);
-             return pause(0.1), open == 0;
-         });
-         return Finding(most == 1 && !open, text("%zu%s", most, open ? ", one stayed open" : ""));
+             return pause(0.1), dialogs().empty();
+         };
+         want(soon(60, closed), "one stays open");
+         want(most == 1, text("%zu dialogs", most));
      }},
     {"still", "the chords still lead nowhere",
-     [] { return chords({MOD_ALT, MOD_CONTROL, MOD_WIN}, {VK_TAB, VK_ESCAPE}); }},
+     [] { chords({MOD_ALT, MOD_CONTROL, MOD_WIN}, {VK_TAB, VK_ESCAPE}); }},
     {"end", "Alt+F4 ends it with code 0",
      [] {
          shutCursor();  // something to undo
          press({VK_LMENU, VK_F4});
-         const bool ended = soon(30, [] { return !program.runs(); });
+         want(soon(30, [] { return !program.runs(); }), "it runs on");
          DWORD code = 0;
          GetExitCodeProcess(program.hProcess, &code);
-         return Finding(ended && code == 0, ended ? text("code %lu", code) : "it runs on");
+         want(code == 0, text("code %lu", code));
      }},
     {"settings", "all settings are as before", [] {
-         string wrong;
-         bool any = false;
-         for (const Shortcut &shortcut : shortcuts) {
-             any = any || shortcut.here();
-             if (shortcut.flags() != shortcut.armed) wrong += string(" ") + shortcut.name;
-         }
+         for (const Shortcut &shortcut : shortcuts)
+             want(shortcut.flags() == shortcut.armed, shortcut.name);
          Box clip;
          GetClipCursor(&clip);
-         if (!EqualRect(&clip, &clipBefore)) wrong += " the cursor";
-         if (GetSystemMetrics(SM_SWAPBUTTON) != swappedBefore) wrong += " the mouse buttons";
-         if (rotation() != rotationBefore) wrong += " the turning of the screen";
-         if (!wrong.empty()) return Finding(false, "changed:" + wrong);
-         if (!any)
-             return Finding(Finding::notHere, "none of the five can be switched on, the rest is as before");
-         return Finding(true, "as before");
+         want(EqualRect(&clip, &clipBefore), "the cursor");
+         want(GetSystemMetrics(SM_SWAPBUTTON) == swappedBefore, "the mouse buttons");
+         want(rotation() == rotationBefore, "the turning of the screen");
+         if (!finding.failed && std::ranges::none_of(shortcuts, &Shortcut::here))
+             notHere("none of the five can be switched on, the rest is as before");
      }}};
 
 // ---- Before and after
@@ -784,17 +787,16 @@ static int probe(const vector<fs::path> &words)
     for (const auto &[name, must, look] : rows) {
         const bool first = name == string("covered"), last = name == string("settings");
         if (!only.empty() && only != name && !last && name != string("end")) continue;
-        Finding finding = {false, "the program is gone"};
-        if (last || program.runs()) {
-            const auto inFront = [] { return program.owns(GetForegroundWindow()); };
-            // A tap would leave a hole in what the first row looks at.
-            if (!first && !last && !soon(1, inFront)) tapAside(place(97, 3));
-            finding = look();
-        }
-        static const char *const verdicts[] = {"pass", "FAIL", "not here"};
-        std::printf("%-10s%-46s%-50s %s\n", name, must, finding.seen.c_str(), verdicts[finding.verdict]);
+        finding = {};
+        want(last || program.runs(), "the program is gone");
+        // A tap would leave a hole in what the first row looks at.
+        const auto inFront = [] { return program.owns(GetForegroundWindow()); };
+        if (!first && !last && !soon(1, inFront)) tapAside(place(97, 3));
+        if (!finding.failed) look();
+        const char *verdict = finding.failed ? "FAIL" : finding.notHere ? "not here" : "pass";
+        std::printf("%-10s%-46s%-50s %s\n", name, must, finding.seen.c_str(), verdict);
         std::fflush(stdout);
-        failed = failed || finding.verdict == Finding::fail;
+        failed = failed || finding.failed;
     }
     return failed;
 }
