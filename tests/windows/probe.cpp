@@ -5,6 +5,7 @@
 //   --set KEY=VALUE  one more line for the settings file
 // Coordinates are physical pixels of the virtual screen.
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -93,22 +94,16 @@ static vector<HWND> visibleWindows(bool ofProgram, const char *type = "")
     return found;
 }
 
-// ---- Waiting. Meanwhile the program is asked for an answer all the time.
+// ---- Waiting
 
 static bool stopping = false;
 static int hotKeys = 0, rightPresses = 0;  // that reached the probe itself
-static ULONGLONG longestSilence = 0;       // ms
 
 // Until the condition holds; false when the time is over.
 template <class Condition> static bool soon(double seconds, Condition condition)
 {
     for (const ULONGLONG end = GetTickCount64() + ULONGLONG(seconds * 1000);; Sleep(5)) {
         if (stopping) Sleep(INFINITE);
-        const ULONGLONG begin = GetTickCount64();
-        DWORD_PTR answer;
-        SendMessageTimeoutW(FindWindowW(L"ZubblyWindow", nullptr), WM_NULL, 0, 0, SMTO_NORMAL, 20000,
-                            &answer);
-        longestSilence = std::max(longestSilence, GetTickCount64() - begin);
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
             hotKeys += message.message == WM_HOTKEY;
@@ -123,10 +118,27 @@ static void pause(double seconds)
 {
     soon(seconds, [] { return false; });
 }
+// The longest time in ms in which the program answered no message. It is asked on a thread of its own: what
+// the probe does, such as SendInput, may itself have to wait for the program.
+static std::atomic<ULONGLONG> longestSilence = 0;
+static DWORD WINAPI ask(void *forEver)
+{
+    do {
+        const ULONGLONG begin = GetTickCount64();
+        DWORD_PTR answer;
+        SendMessageTimeoutW(FindWindowW(L"ZubblyWindow", nullptr), WM_NULL, 0, 0, SMTO_NORMAL, 60000,
+                            &answer);
+        longestSilence = std::max(longestSilence.load(), GetTickCount64() - begin);
+        Sleep(4);
+    } while (forEver);
+    return 0;
+}
 // Windows drops a keyboard hook that keeps it waiting longer.
 static void wantAnswers()
 {
-    note("%llu ms", longestSilence);
+    ask(nullptr);  // one that still goes on counts to its end
+    pause(0.1);
+    note("%llu ms", longestSilence.load());
     want(longestSilence < 1000, "silent");
 }
 
@@ -733,6 +745,7 @@ static string launch(const fs::path &folder)
         windows = visibleWindows(true, "(ZubblyWindow)").size();
         return windows >= monitors.size() || !program.runs();
     });
+    CreateThread(nullptr, 0, ask, &program, 0, nullptr);
     pause(1);
     megabytesBefore = program.megabytes();
     DWORD code = 0;
