@@ -53,7 +53,7 @@ the_space_key() {
 a_stroke() {
     from=$(now)
     drag
-    sounds "$from" 1.6 "4*loop loop0 .16 .105 .2" "4*loop loop1 .16 .098 .19" "4*loop loop2 .16 .105 .2" \
+    sounds "$from" "$(awk "BEGIN { print ($released - $from) / 88200 + 0.2 }")" "4*loop loop0 .16 .105 .2" "4*loop loop1 .16 .098 .19" "4*loop loop2 .16 .105 .2" \
         "4*loop loop3 .16 0 .21" "4*loop loop4 .16 .105 .2" "4*loop loop5 .16 0 .21" "4*loop loop6 .16 .098 .19" \
         "4*loop loop7 .16 .105 .2" "4*loop loop8 .16 0 .21" "4*loop chirps .2 0 .24"
 }

@@ -584,7 +584,7 @@ static const struct {
          soon(15, [&] {
              if (changedSince(last)) changed = GetTickCount64();
              last = shoot();
-             return GetTickCount64() > std::max(changed, begin + 1000) + 700;
+             return GetTickCount64() > std::max(changed, begin) + 2000;
          });
          int even = 0;
          for (int i = 0; i < 10000; ++i)
