@@ -228,8 +228,8 @@ static void play()
     act("Space 999 Space 999 Space 999 Space 999 Space 999");
     if (!canvasDirty && desk->find(primaryWindow())) red("nothing comes of five Spaces");
     if (mode == "fault") setFailing(importOf(faultName), true);
-    desk->messages.push_back({primaryWindow(), WM_KEYUP, 'A', 0, 0, {}});  // for the program's own loop
     if (wayOut > 0) act(wayOut == 1 ? "mayend ends" : "Alt+F4");
+    desk->messages.push_back({primaryWindow(), WM_KEYUP, 'A', 0, 0, {}});  // for the program's own loop
 }
 
 static void run(int64_t length)
