@@ -1,6 +1,6 @@
 #!/bin/bash
 # Processor time, memory and size of the program.
-. "$(dirname "$0")/../tests/e2e/desktop.sh"
+. "$(dirname "$0")/../tools/desktop.sh"
 desktop 0,0,1280,800
 bare=$top/build/windows/bench/bare_window.exe
 mkdir "$work/alone" && cp "$exe" "$work/alone"  # without its pictures no penguin walks

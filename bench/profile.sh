@@ -1,6 +1,6 @@
 #!/bin/bash
 # Where the processor time of ten keys a second goes, without sound and with it.
-. "$(dirname "$0")/../tests/e2e/desktop.sh"
+. "$(dirname "$0")/../tools/desktop.sh"
 sound_card
 desktop 0,0,1280,800
 mkdir "$work/alone" && cp "$exe" "$work/alone"  # without its pictures no penguin walks

@@ -1,6 +1,6 @@
 #!/bin/bash
 # From the start of the program until it covers the screen, beside what Wine needs for any window at all.
-. "$(dirname "$0")/../tests/e2e/desktop.sh"
+. "$(dirname "$0")/../tools/desktop.sh"
 desktop 0,0,1280,800
 settings ShowExitHint=0
 python3 "$top/bench/first_window.py" "${1:-15}" "$top/build/windows/bench/bare_window.exe" "$exe"

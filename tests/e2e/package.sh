@@ -2,7 +2,7 @@
 # What a parent does with the installer: install, play, upgrade, uninstall. Nothing that the family made or put
 # there goes unless asked.
 home=$HOME
-. "$(dirname "$0")/desktop.sh"
+. "$(dirname "$0")/../../tools/desktop.sh"
 HOME=$home "$top/package" --without-fonts --to "$work/new" || fail "nothing was packed"
 setup=$(ls "$work"/new/Zubbly-*-setup.exe)
 version=${setup##*/Zubbly-} version=${version%-setup.exe}

@@ -1,6 +1,6 @@
 #!/bin/bash
 # The child draws on two monitors, the smaller one left of the primary; then the ways in and out.
-. "$(dirname "$0")/desktop.sh"
+. "$(dirname "$0")/../../tools/desktop.sh"
 desktop 0,0,1280,800 -640,100,640,480
 compiled() { x86_64-w64-mingw32-g++-posix -static -o "$work/$1" -x c++ "${@:2}"; }
 settings ShowExitHint=0

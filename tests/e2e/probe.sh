@@ -1,6 +1,6 @@
 #!/bin/bash
 # The probe for a real PC, here on two monitors, the smaller one left of the primary.
-. "$(dirname "$0")/desktop.sh"
+. "$(dirname "$0")/../../tools/desktop.sh"
 desktop 0,0,1280,800 -640,100,640,480
 # probe OPTION...: leaves its exit code, its table and what it says besides.
 probe() {

@@ -2,7 +2,7 @@
 # What a child drew is kept, in the save dialog and by itself; what lies over the canvas gets into no saved
 # picture; and a full disk or a kill in the middle of a save costs nothing that was saved before. That the time to
 # save comes by itself is seen in probe.sh; here it is brought forward.
-. "$(dirname "$0")/desktop.sh"
+. "$(dirname "$0")/../../tools/desktop.sh"
 desktop 0,0,1280,800
 x86_64-w64-mingw32-g++-posix -static -o "$work/nudge.exe" "$top/tests/e2e/nudge.cpp"
 mkdir "$work/bare" && cp "$exe" "$work/bare" && exe=$work/bare/Zubbly.exe  # no mascot: only the card lies above

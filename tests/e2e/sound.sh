@@ -1,6 +1,6 @@
 #!/bin/bash
 # What the child hears, recorded from a sound card and compared with the clips as they should be.
-. "$(dirname "$0")/desktop.sh"
+. "$(dirname "$0")/../../tools/desktop.sh"
 chrt -r -p 5 $$ 2>/dev/null || true  # where allowed: on a busy machine the recording has holes
 now() { stat -c %s "$work/sound.s16"; }
 hear() { "$python" "$top/tests/e2e/heard.py" "$work/sound.s16" "$@"; }

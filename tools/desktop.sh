@@ -1,8 +1,8 @@
-# Sourced by the end-to-end scripts (and by ./play where no display is): a display, a Wine prefix and, if asked
-# for, a sound card of the script's own; all of it is gone at the end, whatever happens. Points are the
-# program's: 0,0 is the upper left corner of the primary monitor.
+# Sourced by the end-to-end scripts, the benches, tools/film and, without a display, ./play. Gives each script a
+# display, a Wine prefix and, on request, a sound card of its own; all of it is gone at the end, whatever happens.
+# Points are the program's: 0,0 is the upper left corner of the primary monitor.
 set -euo pipefail
-top=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 exe=${ZUBBLY_EXE:-$top/build/windows/Zubbly.exe}
 name=$(basename "$0" .sh)
 mkdir -p "$top/build/e2e"
@@ -86,11 +86,11 @@ desktop() {
     export DISPLAY=:$DISPLAY
     if [ $# != 1 ]; then
         soon 20 test -S "$work/screens" || fail "no display to divide"
-        read -r origin_x origin_y < <(timeout 20 python3 "$top/tests/e2e/screens.py" "$work/screens" "$@") ||
+        read -r origin_x origin_y < <(timeout 20 python3 "$top/tools/screens.py" "$work/screens" "$@") ||
             fail "no second monitor"
         xrandr --output VNC-0 --primary
     fi
-    "$top/tests/support/make-prefix" "$top/build/wine-desk"
+    "$top/tools/make-prefix" "$top/build/wine-desk"
     cp -al "$top/build/wine-desk" "$WINEPREFIX"
     rm "$WINEPREFIX"/*.reg
     cp "$top"/build/wine-desk/*.reg "$WINEPREFIX"
