@@ -11,22 +11,6 @@
 static const int width = 1920;
 static const int height = 1080;
 
-// Every WM_PAINT is of the whole monitor, however small the display is; the window is a bitmap.
-static HDC windowDC = nullptr;
-static HDC WINAPI paintWhole(HWND, LPPAINTSTRUCT paint)
-{
-    paint->rcPaint = {0, 0, width, height};
-    return windowDC;
-}
-static BOOL WINAPI endWhole(HWND, const PAINTSTRUCT *)
-{
-    return TRUE;
-}
-extern "C" {
-HDC(WINAPI *__imp_BeginPaint)(HWND, LPPAINTSTRUCT) = paintWhole;
-BOOL(WINAPI *__imp_EndPaint)(HWND, const PAINTSTRUCT *) = endWhole;
-}
-
 // Sparks as bursts make them, three stars and a heart among ten, but all over the monitor.
 static void fillSky()
 {
@@ -82,8 +66,14 @@ extern "C" int wmain(int, wchar_t **)
     openDesk(width, height);
     buildSprites();
     const MonitorSurface &surface = surfaces.front();
-    windowDC = CreateCompatibleDC(nullptr);
+    // Every WM_PAINT is of the whole monitor, however small the display is; the window is a bitmap.
+    static HDC windowDC = CreateCompatibleDC(nullptr);
     SelectObject(windowDC, CreateCompatibleBitmap(surface.canvasDC, width, height));
+    REPLACE(BeginPaint, [](HWND, LPPAINTSTRUCT paint) {
+        paint->rcPaint = {0, 0, width, height};
+        return windowDC;
+    });
+    REPLACE(EndPaint, [] { return TRUE; });
     const auto repaint = [&] { paintSurface(surface.hwnd); };
     fillSky();
     const double bare = measure([&] { blendBare(surface.canvasDC); });

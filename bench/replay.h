@@ -1,13 +1,11 @@
 #pragma once
 // The calls that drawing makes, kept so that they can be made once more without the program: the time of the
-// program over the time of its bare calls tells what the program itself costs. While calls are recorded, the
-// pointers of the import table lead here; otherwise nothing stands between.
-#include <functional>
-#include <tuple>
+// program over the time of its bare calls tells what the program itself costs. While calls are not recorded,
+// the program's go straight to the system.
 #include <unordered_map>
-#include <vector>
 
 #include "shell/base/windows_api.h"
+#include "support/imports.h"
 
 struct RecordedCall {
     bool draws;  // GDI and GDI+; the others ask for the screen's size or for a repaint
@@ -75,31 +73,26 @@ template <> struct Kept<HBRUSH> {
     Made get() const { return {CreateSolidBrush(traits.lbColor)}; }
 };
 
-template <auto *import, bool draws, class Function> struct Hook;
-template <auto *import, bool draws, class Result, class... Args>
-struct Hook<import, draws, Result(WINAPI *)(Args...)> {
-    static inline Result(WINAPI *real)(Args...) = nullptr;
-    static Result WINAPI record(Args... args)
-    {
-        const Result result = real(args...);
-        // The number after an array of points is their count.
-        int count = 0;
-        (..., [&] {
-            if constexpr (std::is_same_v<Args, INT>) count = count == 0 ? args : count;
-        }());
-        recordedCalls.push_back({draws, [kept = std::tuple<Kept<Args>...>(Kept<Args>(args, count)...)] {
-                                     std::apply([](const auto &...each) { real(each.get()...); }, kept);
-                                 }});
-        return result;
-    }
-    static void set(bool on)
-    {
-        DWORD old = 0;
-        VirtualProtect(import, sizeof *import, PAGE_READWRITE, &old);
-        if (on) real = *import;
-        *import = on ? record : real;
-    }
-};
+template <class Result, class... Args>
+Replacement keeping(const char *name, bool draws, Result(WINAPI *)(Args...))
+{
+    const auto real = reinterpret_cast<Result(WINAPI *)(Args...)>(const_cast<void *>(importOf(name).system));
+    return [real, draws](const Call &call) {
+        const int64_t result = call.passOn();
+        return [&]<size_t... I>(std::index_sequence<I...>) {
+            // The number after an array of points is their count.
+            int count = 0;
+            (..., [&] {
+                if constexpr (std::is_same_v<Args, INT>) count = count == 0 ? call.get<INT>(I) : count;
+            }());
+            const std::tuple<Kept<Args>...> kept(Kept<Args>(call.get<Args>(I), count)...);
+            recordedCalls.push_back({draws, [real, kept] {
+                                         std::apply([&](const auto &...each) { real(each.get()...); }, kept);
+                                     }});
+            return result;
+        }(std::index_sequence_for<Args...>());
+    };
+}
 
 // The formatter never settles on this list.
 // clang-format off
@@ -115,12 +108,6 @@ struct Hook<import, draws, Result(WINAPI *)(Args...)> {
     DO(FillRect)
 // clang-format on
 #define EACH_QUESTION(DO) DO(GetSystemMetrics) DO(InvalidateRect)
-#define DECLARE(name) extern decltype(&name) __imp_##name;
-extern "C" {
-EACH_DRAWING_CALL(DECLARE)
-EACH_QUESTION(DECLARE)
-}
-#undef DECLARE
 
 inline void recordCalls(bool on)
 {
@@ -129,10 +116,14 @@ inline void recordCalls(bool on)
         slots.clear();
         slotOf.clear();
     }
-#define SET_DRAWING(name) Hook<&__imp_##name, true, decltype(&name)>::set(on);
-#define SET_QUESTION(name) Hook<&__imp_##name, false, decltype(&name)>::set(on);
-    EACH_DRAWING_CALL(SET_DRAWING)
-    EACH_QUESTION(SET_QUESTION)
-#undef SET_DRAWING
-#undef SET_QUESTION
+#define KEEP(name, draws)                                                                                    \
+    if (findImport(#name))                                                                                   \
+        on ? pushReplacement(#name, keeping(#name, draws, decltype (&name)())) : popReplacement(#name);
+#define KEEP_DRAWING(name) KEEP(name, true)
+#define KEEP_QUESTION(name) KEEP(name, false)
+    EACH_DRAWING_CALL(KEEP_DRAWING)
+    EACH_QUESTION(KEEP_QUESTION)
+#undef KEEP
+#undef KEEP_DRAWING
+#undef KEEP_QUESTION
 }

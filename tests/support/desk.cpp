@@ -1,47 +1,31 @@
 #include "support/desk.h"
 
 #include <chrono>
-#include <utility>
 
 #include "shell/window_proc.h"
 
-// --- The program's variables.
 extern "C" {
 extern char programStateBegin, programStateEnd;
 }
-static char *keptState = nullptr;
-static size_t stateSize()
-{
-    return size_t(&programStateEnd - &programStateBegin);
-}
+static std::string *keptState = nullptr;
 
 void keepProgramState()
 {
-    keptState = new char[stateSize()];
-    std::memcpy(keptState, &programStateBegin, stateSize());
+    keptState = new std::string;
+    keptState->assign(&programStateBegin, &programStateEnd);
 }
 
 void resetProgram()
 {
-    std::memcpy(&programStateBegin, keptState, stateSize());
+    std::memcpy(&programStateBegin, keptState->data(), keptState->size());
 }
 
-// --- What the imports answer while a desk stands.
 static Desk &desk()
 {
     return *Desk::current;
 }
 
-static void misuse(const std::string &what)
-{
-    if (reportMisuse) reportMisuse(what);
-}
-
-static RECT workArea(const RECT &monitor)
-{
-    return {monitor.left, monitor.top, monitor.right, monitor.bottom - desk().taskBar};
-}
-
+// --- What the imports answer while a desk stands.
 static HMONITOR monitorAt(const RECT &rect)
 {
     for (size_t i = 0; i < desk().monitors.size(); ++i) {
@@ -78,10 +62,8 @@ static HDC contextOf(DeskWindow &window)
 
 static void freeContext(DeskWindow &window)
 {
-    if (window.dc) SYSTEM(DeleteDC)(window.dc);
-    if (window.shown) SYSTEM(DeleteObject)(window.shown);
-    window.dc = nullptr;
-    window.shown = nullptr;
+    SYSTEM(DeleteDC)(std::exchange(window.dc, nullptr));
+    SYSTEM(DeleteObject)(std::exchange(window.shown, nullptr));
 }
 
 static void paintWindow(HWND handle)
@@ -95,25 +77,17 @@ static auto &windowClasses = *new std::map<std::wstring, WNDPROC>;
 static HWND createWindow(DWORD extended, LPCWSTR name, LPCWSTR, DWORD style, int x, int y, int width,
                          int height, HWND owner)
 {
-    const auto windowClass = windowClasses.find(name);
-    if (windowClass == windowClasses.end()) return nullptr;
+    if (!windowClasses.contains(name)) return nullptr;
     const HWND handle = windowHandle(int(desk().windows.size()));
-    DeskWindow &window = desk().windows.emplace_back();
-    window.className = name;
-    window.proc = windowClass->second;
-    window.style = style;
-    window.extended = extended;
-    window.rect = {x, y, x + width, y + height};
-    window.owner = owner;
+    desk().windows.push_back({name, windowClasses[name], extended, {x, y, x + width, y + height}, owner});
     CREATESTRUCTW create = {};
     if (sendMessage(handle, WM_NCCREATE, 0, LPARAM(&create)) == 0 ||
         sendMessage(handle, WM_CREATE, 0, LPARAM(&create)) < 0)
         return nullptr;
-    if (style & WS_VISIBLE) {
-        desk().find(handle)->visible = true;
-        desk().find(handle)->invalid = clientOf(*desk().find(handle));
-        sendMessage(handle, WM_SHOWWINDOW, TRUE, 0);
-    }
+    if (!(style & WS_VISIBLE)) return handle;
+    desk().find(handle)->visible = true;
+    desk().find(handle)->invalid = clientOf(*desk().find(handle));
+    sendMessage(handle, WM_SHOWWINDOW, TRUE, 0);
     return handle;
 }
 
@@ -138,57 +112,56 @@ static BOOL destroyWindow(HWND handle)
     return TRUE;
 }
 
-static HRESULT knownFolder(const GUID &id, PWSTR *path)
+// One sound at a time, as the system's player.
+static BOOL play(LPCWSTR bytes, HMODULE, DWORD flags)
+{
+    if (bytes && (flags & SND_NOSTOP) && desk().steady < desk().soundEnd) return FALSE;
+    desk().sounds.push_back({bytes, flags});
+    uint32_t size = 0;
+    if (bytes) std::memcpy(&size, reinterpret_cast<const char *>(bytes) + 40, 4);
+    desk().soundEnd =
+        bytes && (flags & SND_LOOP) ? INT64_MAX : desk().steady + int64_t(size) * 1'000'000'000 / 44100;
+    return TRUE;
+}
+
+static HRESULT knownFolder(REFKNOWNFOLDERID id, DWORD, HANDLE, PWSTR *path)
 {
     const char *const name = id == FOLDERID_Pictures         ? "Pictures"
                              : id == FOLDERID_RoamingAppData ? "Roaming"
                                                              : "Other";
     const std::wstring folder = (desk().folder() / name).wstring();
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
+    std::filesystem::create_directories(folder);
     const size_t bytes = (folder.size() + 1) * sizeof(wchar_t);
     *path = static_cast<PWSTR>(std::memcpy(CoTaskMemAlloc(bytes), folder.c_str(), bytes));
     return S_OK;
 }
 
-struct DeskImports {
-    // What lies in the clipboard is the system's.
-    static HANDLE setClipboard(UINT, HANDLE data)
-    {
-        forgetObject(data);
-        if (desk().clipboard) SYSTEM(DeleteObject)(desk().clipboard);
-        return desk().clipboard = data;
-    }
-    // One sound at a time, as the system's player.
-    static BOOL play(LPCWSTR bytes, HMODULE, DWORD flags)
-    {
-        Desk &now = desk();
-        if (bytes && (flags & SND_NOSTOP) && now.steady < now.soundEnd) return FALSE;
-        now.sounds.push_back({bytes, flags});
-        now.soundEnd = 0;
-        if (!bytes) return TRUE;
-        uint32_t size = 0;
-        std::memcpy(&size, reinterpret_cast<const char *>(bytes) + 40, 4);
-        now.soundEnd = flags & SND_LOOP ? INT64_MAX : now.steady + int64_t(size) * 1'000'000'000 / 44100;
-        return TRUE;
-    }
-};
-
 // While no desk stands, the system answers.
-#define ANSWER(name, ...)                                                                                    \
-    pushReplacement(#name, [replacement = REPLACEMENT(name, __VA_ARGS__)](const Call &call) {                \
-        return Desk::current ? replacement(call) : call.passOn();                                            \
-    })
+static void answer(const char *name, Replacement replacement)
+{
+    pushReplacement(
+        name, [replacement](const Call &call) { return Desk::current ? replacement(call) : call.passOn(); });
+}
+#define ANSWER(name, ...) answer(#name, REPLACEMENT(name, __VA_ARGS__))
+
+// What acts on a window fails without it.
+static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const Call &call))
+{
+    answer(name, [act](const Call &call) {
+        DeskWindow *const window = desk().find(call.get<HWND>(0));
+        return window ? act(*window, call) : 0;
+    });
+}
 
 [[maybe_unused]] static const bool answering = [] {
     // What only succeeds, and whose result is nothing.
     for (const char *name : {"ClipCursor", "RegisterTouchWindow", "CloseTouchInputHandle", "EndPaint",
                              "ReleaseCapture", "SetProcessDpiAwarenessContext", "AllowSetForegroundWindow",
                              "OpenClipboard", "EmptyClipboard", "CloseClipboard", "SetThreadExecutionState"})
-        pushReplacement(name, [](const Call &call) { return Desk::current ? 1 : call.passOn(); });
+        answer(name, [](const Call &) { return 1; });
     for (const char *name : {"SetActiveWindow", "SetCapture", "TranslateMessage", "ImmAssociateContext",
                              "CallNextHookEx", "CoInitializeEx", "PostQuitMessage", "CoUninitialize"})
-        pushReplacement(name, [](const Call &call) { return Desk::current ? 0 : call.passOn(); });
+        answer(name, [](const Call &) { return 0; });
 
     // Clocks. The counter's frequency is what the C library asked for before; a tick of it is 100 ns.
     ANSWER(GetTickCount, [] { return desk().tick; });
@@ -200,7 +173,7 @@ struct DeskImports {
     });
     ANSWER(GetLocalTime, [](LPSYSTEMTIME time) { *time = desk().localTime; });
     ANSWER(SetTimer, [](HWND window, UINT_PTR id, UINT ms) -> UINT_PTR {
-        if (!desk().find(window)) misuse("SetTimer without a window");
+        if (!desk().find(window)) reportMisuse("SetTimer without a window");
         desk().timers[{window, id}] = {ms, desk().steady + int64_t(ms) * 1'000'000};
         return id;
     });
@@ -210,19 +183,17 @@ struct DeskImports {
     // Screen and input.
     ANSWER(GetSystemMetrics, [](int index) -> int {
         const RECT all = desk().bounds();
-        const VirtualScreen screen = desk().screen.value_or(
+        const auto [left, top, width, height] = desk().screen.value_or(
             VirtualScreen{all.left, all.top, all.right - all.left, all.bottom - all.top});
         const RECT primary = desk().monitors.empty() ? RECT{} : desk().monitors[desk().primaryMonitor];
-        switch (index) {
-        case SM_SWAPBUTTON: return desk().buttonsSwapped;
-        case SM_XVIRTUALSCREEN: return screen.left;
-        case SM_YVIRTUALSCREEN: return screen.top;
-        case SM_CXVIRTUALSCREEN: return screen.width;
-        case SM_CYVIRTUALSCREEN: return screen.height;
-        case SM_CXSCREEN: return primary.right - primary.left;
-        case SM_CYSCREEN: return primary.bottom - primary.top;
-        }
-        return 0;
+        const std::map<int, int> values = {{SM_SWAPBUTTON, desk().buttonsSwapped},
+                                           {SM_XVIRTUALSCREEN, left},
+                                           {SM_YVIRTUALSCREEN, top},
+                                           {SM_CXVIRTUALSCREEN, width},
+                                           {SM_CYVIRTUALSCREEN, height},
+                                           {SM_CXSCREEN, primary.right - primary.left},
+                                           {SM_CYSCREEN, primary.bottom - primary.top}};
+        return values.contains(index) ? values.at(index) : 0;
     });
     ANSWER(EnumDisplayMonitors, [](HDC, LPCRECT, MONITORENUMPROC each, LPARAM data) -> BOOL {
         for (size_t i = 0; i < desk().monitors.size(); ++i) {
@@ -232,16 +203,18 @@ struct DeskImports {
         return TRUE;
     });
     ANSWER(MonitorFromPoint, [](POINT point, DWORD flags) -> HMONITOR {
+        const RECT there = {point.x, point.y, point.x + 1, point.y + 1};
+        const HMONITOR primary = HMONITOR(desk().primaryMonitor + 1);
         if (flags == MONITOR_DEFAULTTOPRIMARY && !PtInRect(&desk().monitors[desk().primaryMonitor], point))
-            return HMONITOR(desk().primaryMonitor + 1);
-        return monitorAt({point.x, point.y, point.x + 1, point.y + 1});
+            return primary;
+        return monitorAt(there);
     });
     ANSWER(MonitorFromRect, [](LPCRECT rect) -> HMONITOR { return monitorAt(*rect); });
     ANSWER(GetMonitorInfoW, [](HMONITOR monitor, LPMONITORINFO info) -> BOOL {
         const size_t index = size_t(monitor) - 1;
         if (index >= desk().monitors.size() || info->cbSize < sizeof *info) return FALSE;
-        info->rcMonitor = desk().monitors[index];
-        info->rcWork = workArea(info->rcMonitor);
+        info->rcMonitor = info->rcWork = desk().monitors[index];
+        info->rcWork.bottom -= desk().taskBar;
         info->dwFlags = index == desk().primaryMonitor ? MONITORINFOF_PRIMARY : 0;
         return TRUE;
     });
@@ -277,10 +250,7 @@ struct DeskImports {
         desk().hook = hook;
         return HHOOK(0x400);
     });
-    ANSWER(UnhookWindowsHookEx, [](HHOOK) -> BOOL {
-        desk().hook = nullptr;
-        return TRUE;
-    });
+    ANSWER(UnhookWindowsHookEx, [](HHOOK) -> BOOL { return std::exchange(desk().hook, nullptr) != nullptr; });
 
     // Windows.
     ANSWER(RegisterClassExW, [](const WNDCLASSEXW *windowClass) -> ATOM {
@@ -289,66 +259,59 @@ struct DeskImports {
     });
     ANSWER(CreateWindowExW, createWindow);
     ANSWER(DestroyWindow, destroyWindow);
-    ANSWER(IsWindow, [](HWND window) -> BOOL { return desk().find(window) != nullptr; });
-    ANSWER(IsWindowVisible,
-           [](HWND window) -> BOOL { return desk().find(window) && desk().find(window)->visible; });
-    ANSWER(GetWindowRect, [](HWND handle, LPRECT rect) -> BOOL {
-        const DeskWindow *const window = desk().find(handle);
-        if (window) *rect = window->rect;
-        return window != nullptr;
-    });
-    ANSWER(GetClientRect, [](HWND handle, LPRECT rect) -> BOOL {
-        const DeskWindow *const window = desk().find(handle);
-        if (window) *rect = clientOf(*window);
-        return window != nullptr;
-    });
-    ANSWER(ClientToScreen, [](HWND handle, LPPOINT point) -> BOOL {
-        const DeskWindow *const window = desk().find(handle);
-        if (window) *point = {point->x + window->rect.left, point->y + window->rect.top};
-        return window != nullptr;
-    });
-    ANSWER(ShowWindow, [](HWND handle, int how) -> BOOL {
-        DeskWindow *const window = desk().find(handle);
-        if (!window) return FALSE;
-        const bool before = std::exchange(window->visible, how != SW_HIDE);
-        if (window->visible && !before) window->invalid = clientOf(*window);
-        return before;
-    });
-    ANSWER(EnableWindow, [](HWND handle, BOOL enable) -> BOOL {
-        DeskWindow *const window = desk().find(handle);
-        return window && !std::exchange(window->enabled, enable != FALSE);
-    });
-    ANSWER(SetWindowPos, [](HWND handle, HWND, int x, int y, int width, int height, UINT flags) -> BOOL {
-        DeskWindow *const window = desk().find(handle);
-        if (!window) return FALSE;
-        RECT &rect = window->rect;
-        if (!(flags & SWP_NOMOVE)) OffsetRect(&rect, x - rect.left, y - rect.top);
-        if (!(flags & SWP_NOSIZE)) rect = {rect.left, rect.top, rect.left + width, rect.top + height};
-        if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) window->visible = (flags & SWP_SHOWWINDOW) != 0;
+    for (const char *name : {"IsWindow", "SetLayeredWindowAttributes"})
+        answerOf(name, [](DeskWindow &, const Call &) -> int64_t { return TRUE; });
+    answerOf("IsWindowVisible", [](DeskWindow &window, const Call &) -> int64_t { return window.visible; });
+    answerOf("GetWindowRect", [](DeskWindow &window, const Call &call) -> int64_t {
+        *call.get<LPRECT>(1) = window.rect;
         return TRUE;
     });
-    ANSWER(SetWindowRgn, [](HWND handle, HRGN region) -> int {
-        if (!desk().find(handle)) return 0;
-        forgetObject(region);  // the system's from now on
-        if (region) SYSTEM(DeleteObject)(region);
-        return 1;
+    answerOf("GetClientRect", [](DeskWindow &window, const Call &call) -> int64_t {
+        *call.get<LPRECT>(1) = clientOf(window);
+        return TRUE;
     });
-    ANSWER(SetLayeredWindowAttributes, [](HWND handle) -> BOOL { return desk().find(handle) != nullptr; });
-    ANSWER(UpdateLayeredWindow, [](HWND handle, HDC, POINT *at, SIZE *size) -> BOOL {
-        DeskWindow *const window = desk().find(handle);
-        if (!window) return FALSE;
-        if (at) OffsetRect(&window->rect, at->x - window->rect.left, at->y - window->rect.top);
-        if (size) window->rect.right = window->rect.left + size->cx;
-        if (size) window->rect.bottom = window->rect.top + size->cy;
+    answerOf("ClientToScreen", [](DeskWindow &window, const Call &call) -> int64_t {
+        POINT &point = *call.get<POINT *>(1);
+        point = {point.x + window.rect.left, point.y + window.rect.top};
+        return TRUE;
+    });
+    answerOf("ShowWindow", [](DeskWindow &window, const Call &call) -> int64_t {
+        const bool before = std::exchange(window.visible, call.get<int>(1) != SW_HIDE);
+        if (window.visible && !before) window.invalid = clientOf(window);
+        return before;
+    });
+    answerOf("EnableWindow", [](DeskWindow &window, const Call &call) -> int64_t {
+        return !std::exchange(window.enabled, call.get<BOOL>(1) != FALSE);
+    });
+    answerOf("SetWindowPos", [](DeskWindow &window, const Call &call) -> int64_t {
+        RECT &rect = window.rect;
+        const UINT flags = call.get<UINT>(6);
+        if (!(flags & SWP_NOMOVE))
+            OffsetRect(&rect, call.get<int>(2) - rect.left, call.get<int>(3) - rect.top);
+        if (!(flags & SWP_NOSIZE))
+            rect = {rect.left, rect.top, rect.left + call.get<int>(4), rect.top + call.get<int>(5)};
+        if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) window.visible = (flags & SWP_SHOWWINDOW) != 0;
+        return TRUE;
+    });
+    answerOf("SetWindowRgn", [](DeskWindow &, const Call &call) -> int64_t {
+        forgetObject(call.get<HRGN>(1));
+        SYSTEM(DeleteObject)(call.get<HRGN>(1));
+        return TRUE;
+    });
+    answerOf("UpdateLayeredWindow", [](DeskWindow &window, const Call &call) -> int64_t {
+        RECT &rect = window.rect;
+        const POINT *const at = call.get<POINT *>(2);
+        const SIZE *const size = call.get<SIZE *>(3);
+        if (at) OffsetRect(&rect, at->x - rect.left, at->y - rect.top);
+        if (size) rect = {rect.left, rect.top, rect.left + size->cx, rect.top + size->cy};
         return TRUE;
     });
     ANSWER(InvalidateRect, [](HWND handle, const RECT *part, BOOL erase) -> BOOL {
         DeskWindow *const window = desk().find(handle);
-        if (!window || erase) misuse(window ? "InvalidateRect erases" : "InvalidateRect without a window");
+        if (!window || erase) reportMisuse("InvalidateRect without a window, or erasing");
         if (!window) return FALSE;
-        const RECT client = clientOf(*window);
-        RECT inside = part ? *part : client;
-        IntersectRect(&inside, &inside, &client);
+        RECT inside = clientOf(*window);
+        if (part) IntersectRect(&inside, &inside, part);
         UnionRect(&window->invalid, &window->invalid, &inside);
         return TRUE;
     });
@@ -363,11 +326,10 @@ struct DeskImports {
     ANSWER(ReleaseDC, [](HWND handle, HDC dc) -> int {
         return desk().find(handle) ? 1 : SYSTEM(ReleaseDC)(nullptr, dc);
     });
-    ANSWER(BeginPaint, [](HWND handle, LPPAINTSTRUCT paint) -> HDC {
-        DeskWindow *const window = desk().find(handle);
-        if (!window) return nullptr;
-        paint->rcPaint = std::exchange(window->invalid, RECT{});
-        return paint->hdc = contextOf(*window);
+    answerOf("BeginPaint", [](DeskWindow &window, const Call &call) -> int64_t {
+        PAINTSTRUCT &paint = *call.get<PAINTSTRUCT *>(1);
+        paint.rcPaint = std::exchange(window.invalid, RECT{});
+        return int64_t(paint.hdc = contextOf(window));
     });
     ANSWER(GetForegroundWindow, [] { return desk().foreground; });
     ANSWER(SetForegroundWindow, [](HWND window) -> BOOL {
@@ -375,7 +337,7 @@ struct DeskImports {
         return TRUE;
     });
     ANSWER(SetFocus, [](HWND window) {
-        if (!window) misuse("SetFocus without a window");
+        if (!window) reportMisuse("SetFocus without a window");
         return HWND();
     });
 
@@ -398,12 +360,11 @@ struct DeskImports {
     });
 
     // The rest of the system.
-    ANSWER(PlaySoundW, DeskImports::play);
+    ANSWER(PlaySoundW, play);
     ANSWER(SystemParametersInfoW, [](UINT action, UINT, PVOID value) -> BOOL {
-        const UINT all[] = {SPI_GETSTICKYKEYS, SPI_GETTOGGLEKEYS, SPI_GETFILTERKEYS, SPI_GETMOUSEKEYS,
-                            SPI_GETHIGHCONTRAST};
-        const bool asks = std::count(std::begin(all), std::end(all), action) != 0;
-        if (asks) static_cast<DWORD *>(value)[1] = 0xFF;  // behind the size in all records
+        const std::set<UINT> questions = {SPI_GETSTICKYKEYS, SPI_GETTOGGLEKEYS, SPI_GETFILTERKEYS,
+                                          SPI_GETMOUSEKEYS, SPI_GETHIGHCONTRAST};
+        if (questions.contains(action)) static_cast<DWORD *>(value)[1] = 0xFF;  // behind the record's size
         return TRUE;
     });
     ANSWER(CreateMutexW, [] {
@@ -413,26 +374,22 @@ struct DeskImports {
     ANSWER(CoCreateInstance, [](REFCLSID id, LPUNKNOWN, DWORD, REFIID, void **object) -> HRESULT {
         return desk().makeObject ? desk().makeObject(id, object) : REGDB_E_CLASSNOTREG;
     });
-    ANSWER(SetClipboardData, DeskImports::setClipboard);
+    ANSWER(SetClipboardData, [](UINT, HANDLE data) {
+        forgetObject(data);
+        SYSTEM(DeleteObject)(std::exchange(desk().clipboard, data));
+        return data;
+    });
     ANSWER(GetUserDefaultUILanguage, [] { return desk().uiLanguage; });
-    ANSWER(SHGetKnownFolderPath,
-           [](REFKNOWNFOLDERID id, DWORD, HANDLE, PWSTR *path) { return knownFolder(id, path); });
+    ANSWER(SHGetKnownFolderPath, knownFolder);
     ANSWER(GetEnvironmentVariableW, [](LPCWSTR name, LPWSTR text, DWORD size) -> DWORD {
-        const auto found = desk().environment.find(name);
-        if (found == desk().environment.end()) return 0;
-        const DWORD length = DWORD(found->second.size());
-        if (length >= size) return length + 1;
-        std::copy_n(found->second.c_str(), length + 1, text);
-        return length;
+        const std::wstring value = desk().environment[name];
+        lstrcpynW(text, value.c_str(), int(size));
+        return DWORD(value.size() < size ? value.size() : value.size() + 1);
     });
     pushReplacement("GetModuleFileNameW", [](const Call &call) -> int64_t {
         if (!Desk::current || desk().programFile.empty()) return call.passOn();
-        const std::wstring &file = desk().programFile;
-        const DWORD size = call.get<DWORD>(2);
-        const size_t length = std::min<size_t>(file.size(), size - 1);
-        std::copy_n(file.c_str(), length, call.get<LPWSTR>(1));
-        call.get<LPWSTR>(1)[length] = 0;
-        return file.size() < size ? int64_t(length) : size;
+        lstrcpynW(call.get<LPWSTR>(1), desk().programFile.c_str(), call.get<int>(2));
+        return std::min(int64_t(desk().programFile.size()), int64_t(call.get<DWORD>(2)));
     });
     return true;
 }();
@@ -451,15 +408,15 @@ extern "C" WallTime __wrap__ZNSt6chrono3_V212system_clock3nowEv()
 // --- The desk itself.
 Desk::Desk(const std::vector<RECT> &all, MarkColor background) : monitors(all)
 {
-    if (current) misuse("two desks at once");
+    if (current) reportMisuse("two desks at once");
     resetProgram();
     current = this;
     telling = false;
     windowClasses = {{L"ZubblyWindow", windowProc}};
-    for (RECT monitor : all)
-        createSurface(nullptr, nullptr, &monitor, 0);
     HBRUSH brush = CreateSolidBrush(background);
-    for (const MonitorSurface &surface : surfaces) {
+    for (RECT monitor : all) {
+        createSurface(nullptr, nullptr, &monitor, 0);
+        const MonitorSurface &surface = surfaces.back();
         const RECT canvas = {0, 0, surface.width, surface.height};
         FillRect(surface.canvasDC, &canvas, brush);
         find(surface.hwnd)->invalid = {};
@@ -483,7 +440,7 @@ Desk::~Desk()
     surfaces.clear();
     for (DeskWindow &window : windows)
         freeContext(window);
-    if (clipboard) SYSTEM(DeleteObject)(clipboard);
+    SYSTEM(DeleteObject)(clipboard);
     std::error_code ignored;
     if (!ownFolder.empty()) std::filesystem::remove_all(ownFolder, ignored);
     current = nullptr;
@@ -501,9 +458,8 @@ const std::filesystem::path &Desk::folder()
 
 DeskWindow *Desk::find(HWND window)
 {
-    const intptr_t index = (intptr_t(window) - firstWindow) / 2;
-    if (intptr_t(window) < firstWindow || index >= intptr_t(windows.size())) return nullptr;
-    return windows[size_t(index)].exists ? &windows[size_t(index)] : nullptr;
+    const size_t index = size_t(intptr_t(window) - firstWindow) / 2;
+    return index < windows.size() && windows[index].exists ? &windows[index] : nullptr;
 }
 
 RECT Desk::bounds() const
@@ -566,11 +522,6 @@ void Desk::settle()
 void Desk::hold(int key)
 {
     if (keysDown.insert(key).second) tapped.insert(key);
-}
-
-void Desk::release(int key)
-{
-    keysDown.erase(key);
 }
 
 int Desk::count(const std::string &start) const

@@ -26,7 +26,7 @@ struct Told {
 struct DeskWindow {
     std::wstring className;
     WNDPROC proc = nullptr;
-    DWORD style = 0, extended = 0;
+    DWORD extended = 0;
     RECT rect = {};  // virtual-screen coordinates
     HWND owner = nullptr;
     bool exists = true, visible = false, enabled = true;
@@ -40,13 +40,11 @@ struct DeskTimer {
     int64_t due;  // on the steady clock
 };
 
-struct Desk {
+struct Desk : private Unique {
     // Starts the program's variables, the streams and the clocks anew, and opens a window and a canvas on
     // each monitor.
     explicit Desk(const std::vector<RECT> &monitors, MarkColor background = 0x000000);
     ~Desk();
-    Desk(const Desk &) = delete;
-    Desk &operator=(const Desk &) = delete;
     static inline Desk *current = nullptr;
 
     // What the program hears.
@@ -83,6 +81,8 @@ struct Desk {
     std::vector<DeskWindow> windows;
     std::map<std::pair<HWND, UINT_PTR>, DeskTimer> timers;  // the running ones
     std::vector<std::pair<const void *, DWORD>> sounds;     // bytes and flags of what the player accepted
+    int64_t soundEnd = 0;                                   // on the steady clock
+    HANDLE clipboard = nullptr;
     HOOKPROC hook = nullptr;
     bool telling = true;
 
@@ -91,10 +91,11 @@ struct Desk {
     LRESULT send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);  // then settles
     void settle();  // delivers what was posted, repaints what is invalid
     void hold(int key);
-    void release(int key);
+    void release(int key) { keysDown.erase(key); }
 
     // A folder that goes with the desk; each known folder of the user is another one inside.
     const std::filesystem::path &folder();
+    std::filesystem::path ownFolder;
 
     DeskWindow *find(HWND window);        // null if there is none of that handle
     MarkColor pixel(int x, int y) const;  // of the canvases, at a virtual-screen point; CLR_INVALID off them
@@ -105,12 +106,6 @@ struct Desk {
     int first(const std::string &start) const;
     // The texts of all calls, or of those that begin with one of these, a line each.
     std::string text(const std::vector<std::string> &starts = {}) const;
-
-  private:
-    std::filesystem::path ownFolder;
-    int64_t soundEnd = 0;
-    HANDLE clipboard = nullptr;
-    friend struct DeskImports;
 };
 
 // Handles of windows begin here, two apart.
@@ -134,10 +129,9 @@ std::string leaks();
 // What Windows would not forgive is reported through this, e.g. a null window; the test fails.
 inline void (*reportMisuse)(const std::string &what) = nullptr;
 
-// The names of the program's imports whose calls are recorded, and their arguments, are listed in told.cpp.
 void tellCalls(bool on);
-void forgetObjects();  // what was made so far is no leak
-void forgetObject(const void *object);
+void forgetObjects();                   // what was made so far is no leak
+void forgetObject(const void *object);  // it is the system's from now on
 
 // Whether both streams would give the same next output; compares a stream with its replay by hand.
 inline bool sameStream(Rng a, Rng b)

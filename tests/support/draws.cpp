@@ -1,7 +1,5 @@
 #include "support/draws.h"
 
-#include <algorithm>
-
 #include "marks/random.h"
 #include "marks/strokes.h"
 #include "support/desk.h"
@@ -12,24 +10,18 @@ Draws::Draws(double at, std::vector<int> first, double step)
     current = this;
 }
 
-Draws::~Draws()
-{
-    current = nullptr;
-}
-
 int Draws::next(int low, int high)
 {
     ranges.push_back(std::to_string(low) + ".." + std::to_string(high));
-    int value = int(std::min(low + (double(high) - low + 1.0) * share, double(high)));
-    if (!forced.empty()) {
-        value = forced.front();
-        forced.erase(forced.begin());
-        if (value < low || value > high)
-            reportMisuse("draw " + std::to_string(value) + " of " + ranges.back());
-        return value;
+    if (forced.empty()) {
+        const double value = low + (double(high) - low + 1.0) * share;
+        share += stride;
+        if (share >= 1.0 && stride > 0.0) share -= 1.0;
+        return int(std::min(value, double(high)));
     }
-    share += stride;
-    if (share >= 1.0 && stride > 0.0) share -= 1.0;
+    const int value = forced.front();
+    forced.erase(forced.begin());
+    if (value < low || value > high) reportMisuse("draw " + std::to_string(value) + " of " + ranges.back());
     return value;
 }
 
@@ -60,22 +52,17 @@ std::string drawn(const std::function<void()> &draw, double share, const std::ve
 std::string chosen(int last, std::vector<int> forced, const std::function<std::string()> &draw)
 {
     Desk desk(oneMonitor);
-    const size_t skipped = forced.size() + 1;
     forced.push_back(0);
     std::string lines, before;
     for (int choice = 0, begin = 0; choice <= last + 1; ++choice) {
-        std::string said;
-        if (choice <= last) {
-            forced.back() = choice;
-            Draws draws(0.0, forced);
-            desk.calls.clear();
-            said = draw();
-            said = draws.take(skipped, 9) + said;
-        }
-        if (choice > 0 && said != before) {
-            lines += std::to_string(begin) + ".." + std::to_string(choice - 1) + ": " + before + "\n";
-            begin = choice;
-        }
+        forced.back() = choice;
+        Draws draws(0.0, forced);
+        desk.calls.clear();
+        std::string said = choice <= last ? draw() : "";
+        said.insert(0, draws.take(forced.size(), 9));
+        if (choice > 0 && said != before)
+            lines += std::to_string(std::exchange(begin, choice)) + ".." + std::to_string(choice - 1) + ": " +
+                     before + "\n";
         before = said;
     }
     return lines;
@@ -109,11 +96,11 @@ int32_t wrapDrawInt(Rng &stream, int32_t lo, int32_t hi)
     return Draws::current->next(lo, hi);
 }
 
-extern "C" MarkColor __real__Z9randColorii(int32_t lo, int32_t hi);
-extern "C" MarkColor __wrap__Z9randColorii(int32_t lo, int32_t hi);
-extern "C" MarkColor __wrap__Z9randColorii(int32_t lo, int32_t hi)
+MarkColor realRandColor(int32_t lo, int32_t hi) asm("__real__Z9randColorii");
+MarkColor wrapRandColor(int32_t lo, int32_t hi) asm("__wrap__Z9randColorii");
+MarkColor wrapRandColor(int32_t lo, int32_t hi)
 {
-    if (!Draws::current) return __real__Z9randColorii(lo, hi);
+    if (!Draws::current) return realRandColor(lo, hi);
     Draws::current->ranges.push_back("colour " + std::to_string(lo) + ".." + std::to_string(hi));
     return MarkColor(0x111111 * (Draws::current->colors++ % 15 + 1));
 }

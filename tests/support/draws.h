@@ -1,22 +1,18 @@
 #pragma once
 // The draws from markRng, seen and steered: a mark is described by the ranges of its draws, and its looks
 // follow from plain numbers.
-#include <functional>
-#include <string>
-#include <vector>
+#include "support/imports.h"
 
 // While it stands, the n-th colour is n times 0x111111. The first integers are as given, the others lie at
 // that share of their range, which moves on by stride with each; the streams stay where they are.
-struct Draws {
-    explicit Draws(double share, std::vector<int> first = {}, double stride = 0.0);
-    ~Draws();
-    Draws(const Draws &) = delete;
-    Draws &operator=(const Draws &) = delete;
+struct Draws : private Unique {
+    explicit Draws(double at, std::vector<int> first = {}, double step = 0.0);
+    ~Draws() { current = nullptr; }
     static inline Draws *current = nullptr;
 
     double share, stride;
     std::vector<int> forced;
-    std::vector<std::string> ranges;  // since take, e.g. "48..92", "colour 120..245"
+    std::vector<std::string> ranges = {};  // since take, e.g. "48..92", "colour 120..245"
     int colors = 0;
 
     std::string take(size_t skipped = 0, size_t most = 999);  // on one line, e.g. "48..92 colour 50..255 x2"

@@ -1,17 +1,8 @@
 // Every test starts with the program as it was before main.
-#include <cstdio>
-
 #include <gtest/gtest.h>
 
 #include "support/desk.h"
 #include "support/recorded.h"
-
-// A crash must be seen: under Wine a crashed program can end with 0.
-static LONG WINAPI endRed(EXCEPTION_POINTERS *)
-{
-    TerminateProcess(GetCurrentProcess(), 70);
-    return 0;
-}
 
 struct FreshProgram : testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo &) override { resetProgram(); }
@@ -28,7 +19,11 @@ struct Records : testing::Environment {
 
 int main(int argc, char **argv)
 {
-    SetUnhandledExceptionFilter(endRed);
+    // A crash must be seen: under Wine a crashed program can end with 0.
+    SetUnhandledExceptionFilter([](EXCEPTION_POINTERS *) -> LONG {
+        TerminateProcess(GetCurrentProcess(), 70);
+        return 0;
+    });
     testing::InitGoogleTest(&argc, argv);
     GdiplusStartupInput input;
     ULONG_PTR token = 0;

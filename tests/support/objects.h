@@ -3,21 +3,19 @@
 #include "support/desk.h"
 
 struct Object {
-    const void *const *methods;
+    const void *const *methods;  // objectMethods
     const char *name;
     int references;
-    int64_t (*answer)(int place, void **first, void **second, void **third,
-                      void **fourth);  // what a method does besides
+    int64_t (*answer)(int place, void **, void **, void **, void **);  // what a method does besides
 };
 
-template <int place>
-int64_t objectMethod(Object *self, void **first, void **second, void **third, void **fourth)
+template <int place> int64_t objectMethod(Object *self, void **a, void **b, void **c, void **d)
 {
     if (place == 1) return ++self->references;
     if (place == 2) return --self->references;
     if (Desk::current->telling)
         Desk::current->calls.push_back({self->name + (" " + std::to_string(place)), self->name, {}});
-    return self->answer ? self->answer(place, first, second, third, fourth) : S_OK;
+    return self->answer ? self->answer(place, a, b, c, d) : S_OK;
 }
 
 inline const void *const *const objectMethods = []<size_t... place>(std::index_sequence<place...>) {

@@ -9,7 +9,6 @@
 #include "clearing/actions.h"
 #include "clearing/wipes.h"
 #include "marks/strokes.h"
-#include "support/fakes.h"
 #include "sheet.h"
 
 struct Paper : Desk {
@@ -94,9 +93,7 @@ int main(int argc, char **argv)
 {
     if (argc != 2) return 2;
     const std::wstring folder(argv[1], argv[1] + strlen(argv[1]));
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    GdiplusStartup(&token, &input, nullptr);
+    openSheets();
     static constexpr std::pair<const wchar_t *, void (*)(POINT)> outlines[] = {
         {L"star", outlineStar},      {L"square", outlineSquare},   {L"diamond", outlineDiamond},
         {L"heart", outlineHeart},    {L"ellipse", outlineEllipse}, {L"triangle", outlineTriangle},

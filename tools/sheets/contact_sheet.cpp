@@ -5,7 +5,6 @@
 #include "marks/notes.h"
 #include "marks/stamps.h"
 #include "marks/strokes.h"
-#include "support/fakes.h"
 #include "sheet.h"
 
 static const MarkColor backgrounds[] = {0x37231E, 0xFFFFFF, 0xB4B9A0};
@@ -28,7 +27,7 @@ static void wobble(POINT point)
 // Four steps of the spiral, as four fast keys leave them.
 static void mash(POINT point)
 {
-    fakes.cursor = point;
+    Desk::current->cursor = point;
     keyMashCount = 12;
     for (int i = 0; i < 4; ++i)
         noteSpiral();
@@ -75,9 +74,7 @@ static const Picture pictures[] = {
 int main(int argc, char **argv)
 {
     if (argc != 2) return 2;
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    GdiplusStartup(&token, &input, nullptr);
+    openSheets();
     Sheet sheet(12);
     uint32_t seed = 60;
     for (const Picture &picture : pictures) {

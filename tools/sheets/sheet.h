@@ -6,7 +6,23 @@
 #include <utility>
 #include <vector>
 
-#include "shell/base/surfaces.h"
+#include "support/desk.h"
+
+// Before everything else.
+inline void openSheets()
+{
+    GdiplusStartupInput input;
+    ULONG_PTR token = 0;
+    GdiplusStartup(&token, &input, nullptr);
+    keepProgramState();
+}
+
+inline void seedAll(uint32_t seed)
+{
+    markRng.seed(seed);
+    soundRng.seed(seed + 1);
+    clipRng.seed(seed + 2);
+}
 
 class Sheet {
   public:
@@ -41,12 +57,6 @@ class Sheet {
             to[i] = uint8_t(sum / (scale * scale));
         }
         cells.push_back({label, std::move(to)});
-    }
-
-    void endRow()
-    {
-        while (cells.size() % size_t(columns) != 0)
-            cells.push_back({});
     }
 
     void save(const std::wstring &path) const
