@@ -185,10 +185,23 @@ class FlashCount {
     }
 };
 
-// The screen: 32-bit pixels, rows from the top.
-static const std::vector<uint32_t> &screenOf(const Desk &desk)
+// A frame goes by; what its timers bring shows in the next one.
+static void passFrame(Desk &desk)
 {
-    static std::vector<uint32_t> pixels(width * height);
+    desk.moveClocks(frameMs);
+    const auto timers = desk.timers;
+    for (const auto &[of, timer] : timers) {
+        const auto found = desk.timers.find(of);
+        if (found == desk.timers.end() || found->second.due + frameMs * 1'000'000 > desk.steady) continue;
+        found->second.due += int64_t(found->second.period) * 1'000'000;
+        windowProc(of.first, WM_TIMER, of.second, 0);
+    }
+}
+
+// 32-bit pixels, rows from the top.
+static std::vector<uint32_t> screenOf(const Desk &desk)
+{
+    std::vector<uint32_t> pixels(width * height);
     BITMAPINFO info = {};
     info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     const DeskWindow &window = desk.windows[0];
@@ -212,7 +225,7 @@ static FlashCount watch(const char *name, int seconds, uint32_t seeds, auto begi
         FlashCount seen;
         begin();
         for (int frame = 0; frame < seconds * 1000 / frameMs; ++frame) {
-            desk.wait(frameMs);
+            passFrame(desk);
             atFrame(frame);
             InvalidateRect(primaryWindow(), nullptr, FALSE);
             desk.settle();

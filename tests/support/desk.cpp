@@ -1,5 +1,6 @@
 #include "support/desk.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include "shell/window_proc.h"
@@ -41,22 +42,26 @@ static int64_t sendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return receiver && receiver->proc ? receiver->proc(window, message, wParam, lParam) : 0;
 }
 
+static BOOL takeMessage(MSG &message)
+{
+    if (desk().messages.empty()) return FALSE;
+    message = desk().messages.front();
+    desk().messages.erase(desk().messages.begin());
+    return TRUE;
+}
+
 static RECT clientOf(const DeskWindow &window)
 {
-    return {0, 0, std::max<LONG>(window.rect.right - window.rect.left - desk().frame, 0),
-            std::max<LONG>(window.rect.bottom - window.rect.top - desk().frame, 0)};
+    return {0, 0, window.rect.right - window.rect.left - desk().frame,
+            window.rect.bottom - window.rect.top - desk().frame};
 }
 
 static HDC contextOf(DeskWindow &window)
 {
     if (window.dc) return window.dc;
-    const RECT client = clientOf(window);
-    HDC screen = SYSTEM(GetDC)(nullptr);
-    window.dc = SYSTEM(CreateCompatibleDC)(screen);
-    window.shown = SYSTEM(CreateCompatibleBitmap)(screen, std::max<int>(client.right, 1),
-                                                  std::max<int>(client.bottom, 1));
+    window.dc = SYSTEM(CreateCompatibleDC)(nullptr);
+    window.shown = CreateBitmap(clientOf(window).right, clientOf(window).bottom, 1, 32, nullptr);
     SYSTEM(SelectObject)(window.dc, window.shown);
-    SYSTEM(ReleaseDC)(nullptr, screen);
     return window.dc;
 }
 
@@ -64,6 +69,20 @@ static void freeContext(DeskWindow &window)
 {
     SYSTEM(DeleteDC)(std::exchange(window.dc, nullptr));
     SYSTEM(DeleteObject)(std::exchange(window.shown, nullptr));
+}
+
+static BOOL place(DeskWindow &window, const POINT *at, const SIZE *size)
+{
+    RECT &rect = window.rect;
+    if (at) OffsetRect(&rect, at->x - rect.left, at->y - rect.top);
+    if (size) rect = {rect.left, rect.top, rect.left + size->cx, rect.top + size->cy};
+    return TRUE;
+}
+
+static void show(DeskWindow &window, bool visible)
+{
+    if (visible && !window.visible) window.invalid = clientOf(window);
+    window.visible = visible;
 }
 
 static void paintWindow(HWND handle)
@@ -85,8 +104,7 @@ static HWND createWindow(DWORD extended, LPCWSTR name, LPCWSTR, DWORD style, int
         sendMessage(handle, WM_CREATE, 0, LPARAM(&create)) < 0)
         return nullptr;
     if (!(style & WS_VISIBLE)) return handle;
-    desk().find(handle)->visible = true;
-    desk().find(handle)->invalid = clientOf(*desk().find(handle));
+    show(*desk().find(handle), true);
     sendMessage(handle, WM_SHOWWINDOW, TRUE, 0);
     return handle;
 }
@@ -136,8 +154,18 @@ static HRESULT knownFolder(REFKNOWNFOLDERID id, DWORD, HANDLE, PWSTR *path)
     return S_OK;
 }
 
+template <class T> static BOOL put(T *place, const T &value)
+{
+    *place = value;
+    return TRUE;
+}
+template <class T> static BOOL putAt(const Call &call, size_t argument, const T &value)
+{
+    return put(call.get<T *>(argument), value);
+}
+
 // While no desk stands, the system answers.
-static void answer(const char *name, Replacement replacement)
+static void answer(const char *name, const Replacement &replacement)
 {
     pushReplacement(
         name, [replacement](const Call &call) { return Desk::current ? replacement(call) : call.passOn(); });
@@ -145,11 +173,11 @@ static void answer(const char *name, Replacement replacement)
 #define ANSWER(name, ...) answer(#name, REPLACEMENT(name, __VA_ARGS__))
 
 // What acts on a window fails without it.
-static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const Call &call))
+static void answerOf(const char *name, auto act)
 {
     answer(name, [act](const Call &call) {
         DeskWindow *const window = desk().find(call.get<HWND>(0));
-        return window ? act(*window, call) : 0;
+        return window ? (int64_t)act(*window, call) : 0;
     });
 }
 
@@ -168,8 +196,7 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
     ANSWER(QueryPerformanceCounter, [](LARGE_INTEGER *count) -> BOOL {
         LARGE_INTEGER frequency = {};
         QueryPerformanceFrequency(&frequency);
-        count->QuadPart = desk().steady / (1'000'000'000 / frequency.QuadPart);
-        return TRUE;
+        return put(&count->QuadPart, desk().steady / (1'000'000'000 / frequency.QuadPart));
     });
     ANSWER(GetLocalTime, [](LPSYSTEMTIME time) { *time = desk().localTime; });
     ANSWER(SetTimer, [](HWND window, UINT_PTR id, UINT ms) -> UINT_PTR {
@@ -183,31 +210,26 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
     // Screen and input.
     ANSWER(GetSystemMetrics, [](int index) -> int {
         const RECT all = desk().bounds();
+        const RECT first = desk().monitors.empty() ? RECT() : desk().monitors[desk().primaryMonitor];
         const auto [left, top, width, height] = desk().screen.value_or(
             VirtualScreen{all.left, all.top, all.right - all.left, all.bottom - all.top});
-        const RECT primary = desk().monitors.empty() ? RECT{} : desk().monitors[desk().primaryMonitor];
-        const std::map<int, int> values = {{SM_SWAPBUTTON, desk().buttonsSwapped},
-                                           {SM_XVIRTUALSCREEN, left},
-                                           {SM_YVIRTUALSCREEN, top},
-                                           {SM_CXVIRTUALSCREEN, width},
-                                           {SM_CYVIRTUALSCREEN, height},
-                                           {SM_CXSCREEN, primary.right - primary.left},
-                                           {SM_CYSCREEN, primary.bottom - primary.top}};
-        return values.contains(index) ? values.at(index) : 0;
+        if (index == SM_SWAPBUTTON) return desk().buttonsSwapped;
+        if (index == SM_CXSCREEN) return first.right - first.left;
+        if (index == SM_CYSCREEN) return first.bottom - first.top;
+        return index == SM_XVIRTUALSCREEN    ? left
+               : index == SM_YVIRTUALSCREEN  ? top
+               : index == SM_CXVIRTUALSCREEN ? width
+                                             : height;
     });
     ANSWER(EnumDisplayMonitors, [](HDC, LPCRECT, MONITORENUMPROC each, LPARAM data) -> BOOL {
-        for (size_t i = 0; i < desk().monitors.size(); ++i) {
-            RECT rect = desk().monitors[i];
-            if (!each(HMONITOR(i + 1), nullptr, &rect, data)) return FALSE;
-        }
-        return TRUE;
+        const std::vector<RECT> all = desk().monitors;
+        return std::all_of(all.begin(), all.end(), [&, number = 0](RECT rect) mutable {
+            return each(HMONITOR(intptr_t(++number)), nullptr, &rect, data);
+        });
     });
     ANSWER(MonitorFromPoint, [](POINT point, DWORD flags) -> HMONITOR {
-        const RECT there = {point.x, point.y, point.x + 1, point.y + 1};
-        const HMONITOR primary = HMONITOR(desk().primaryMonitor + 1);
-        if (flags == MONITOR_DEFAULTTOPRIMARY && !PtInRect(&desk().monitors[desk().primaryMonitor], point))
-            return primary;
-        return monitorAt(there);
+        if (flags == MONITOR_DEFAULTTOPRIMARY) return HMONITOR(desk().primaryMonitor + 1);
+        return monitorAt({point.x, point.y, point.x + 1, point.y + 1});
     });
     ANSWER(MonitorFromRect, [](LPCRECT rect) -> HMONITOR { return monitorAt(*rect); });
     ANSWER(GetMonitorInfoW, [](HMONITOR monitor, LPMONITORINFO info) -> BOOL {
@@ -219,13 +241,9 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
         return TRUE;
     });
     ANSWER(GetAsyncKeyState, [](int key) -> SHORT {
-        const bool tapped = desk().tapped.erase(key) != 0;
-        return SHORT((desk().keysDown.contains(key) ? 0x8000 : 0) | tapped);
+        return SHORT((desk().keysDown.contains(key) ? 0x8000 : 0) | int(desk().tapped.erase(key)));
     });
-    ANSWER(GetCursorPos, [](LPPOINT point) -> BOOL {
-        *point = desk().cursor;
-        return TRUE;
-    });
+    ANSWER(GetCursorPos, [](LPPOINT point) { return put(point, desk().cursor); });
     ANSWER(GetTouchInputInfo, [](HTOUCHINPUT, UINT count, PTOUCHINPUT touches, int size) -> BOOL {
         if (size != sizeof *touches || desk().touches.empty() || desk().touches.size() != count) return FALSE;
         std::copy(desk().touches.begin(), desk().touches.end(), touches);
@@ -236,8 +254,7 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
         const RECT &rect = desk().monitors.at(desk().primaryMonitor);
         mode->dmPelsWidth = DWORD(rect.right - rect.left);
         mode->dmPelsHeight = DWORD(rect.bottom - rect.top);
-        mode->dmDisplayOrientation = desk().orientation;
-        return TRUE;
+        return put(&mode->dmDisplayOrientation, desk().orientation);
     });
     // Functions that not every Windows has; others are not the program's.
     pushReplacement("GetProcAddress", [](const Call &call) -> int64_t {
@@ -246,64 +263,46 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
             return call.passOn();
         return reinterpret_cast<int64_t>(desk().functions[name]);
     });
-    ANSWER(SetWindowsHookExW, [](int, HOOKPROC hook) -> HHOOK {
-        desk().hook = hook;
-        return HHOOK(0x400);
-    });
-    ANSWER(UnhookWindowsHookEx, [](HHOOK) -> BOOL { return std::exchange(desk().hook, nullptr) != nullptr; });
+    ANSWER(SetWindowsHookExW, [](int, HOOKPROC hook) { return HHOOK(intptr_t(put(&desk().hook, hook))); });
+    ANSWER(UnhookWindowsHookEx, [] { return put(&desk().hook, HOOKPROC()); });
 
     // Windows.
-    ANSWER(RegisterClassExW, [](const WNDCLASSEXW *windowClass) -> ATOM {
-        windowClasses[windowClass->lpszClassName] = windowClass->lpfnWndProc;
-        return 1;
+    ANSWER(RegisterClassExW, [](const WNDCLASSEXW *made) -> ATOM {
+        return ATOM(put(&windowClasses[made->lpszClassName], made->lpfnWndProc));
     });
     ANSWER(CreateWindowExW, createWindow);
     ANSWER(DestroyWindow, destroyWindow);
     for (const char *name : {"IsWindow", "SetLayeredWindowAttributes"})
-        answerOf(name, [](DeskWindow &, const Call &) -> int64_t { return TRUE; });
-    answerOf("IsWindowVisible", [](DeskWindow &window, const Call &) -> int64_t { return window.visible; });
-    answerOf("GetWindowRect", [](DeskWindow &window, const Call &call) -> int64_t {
-        *call.get<LPRECT>(1) = window.rect;
-        return TRUE;
+        answerOf(name, [](auto &, auto &) { return TRUE; });
+    answerOf("IsWindowVisible", [](auto &window, auto &) { return window.visible; });
+    answerOf("GetWindowRect", [](auto &window, auto &call) { return putAt(call, 1, window.rect); });
+    answerOf("GetClientRect", [](auto &window, auto &call) { return putAt(call, 1, clientOf(window)); });
+    answerOf("ClientToScreen", [](DeskWindow &window, const Call &call) {
+        POINT *const point = call.get<POINT *>(1);
+        return put(point, {point->x + window.rect.left, point->y + window.rect.top});
     });
-    answerOf("GetClientRect", [](DeskWindow &window, const Call &call) -> int64_t {
-        *call.get<LPRECT>(1) = clientOf(window);
-        return TRUE;
-    });
-    answerOf("ClientToScreen", [](DeskWindow &window, const Call &call) -> int64_t {
-        POINT &point = *call.get<POINT *>(1);
-        point = {point.x + window.rect.left, point.y + window.rect.top};
-        return TRUE;
-    });
-    answerOf("ShowWindow", [](DeskWindow &window, const Call &call) -> int64_t {
-        const bool before = std::exchange(window.visible, call.get<int>(1) != SW_HIDE);
-        if (window.visible && !before) window.invalid = clientOf(window);
+    answerOf("ShowWindow", [](DeskWindow &window, const Call &call) {
+        const bool before = window.visible;
+        show(window, call.get<int>(1) != SW_HIDE);
         return before;
     });
-    answerOf("EnableWindow", [](DeskWindow &window, const Call &call) -> int64_t {
+    answerOf("EnableWindow", [](DeskWindow &window, const Call &call) {
         return !std::exchange(window.enabled, call.get<BOOL>(1) != FALSE);
     });
-    answerOf("SetWindowPos", [](DeskWindow &window, const Call &call) -> int64_t {
-        RECT &rect = window.rect;
+    answerOf("SetWindowPos", [](DeskWindow &window, const Call &call) {
         const UINT flags = call.get<UINT>(6);
-        if (!(flags & SWP_NOMOVE))
-            OffsetRect(&rect, call.get<int>(2) - rect.left, call.get<int>(3) - rect.top);
-        if (!(flags & SWP_NOSIZE))
-            rect = {rect.left, rect.top, rect.left + call.get<int>(4), rect.top + call.get<int>(5)};
+        const POINT at = {call.get<int>(2), call.get<int>(3)};
+        const SIZE size = {call.get<int>(4), call.get<int>(5)};
+        place(window, flags & SWP_NOMOVE ? nullptr : &at, flags & SWP_NOSIZE ? nullptr : &size);
         if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) window.visible = (flags & SWP_SHOWWINDOW) != 0;
         return TRUE;
     });
-    answerOf("SetWindowRgn", [](DeskWindow &, const Call &call) -> int64_t {
+    answerOf("UpdateLayeredWindow", [](DeskWindow &window, const Call &call) {
+        return place(window, call.get<POINT *>(2), call.get<SIZE *>(3));
+    });
+    answerOf("SetWindowRgn", [](DeskWindow &, const Call &call) {
         forgetObject(call.get<HRGN>(1));
         SYSTEM(DeleteObject)(call.get<HRGN>(1));
-        return TRUE;
-    });
-    answerOf("UpdateLayeredWindow", [](DeskWindow &window, const Call &call) -> int64_t {
-        RECT &rect = window.rect;
-        const POINT *const at = call.get<POINT *>(2);
-        const SIZE *const size = call.get<SIZE *>(3);
-        if (at) OffsetRect(&rect, at->x - rect.left, at->y - rect.top);
-        if (size) rect = {rect.left, rect.top, rect.left + size->cx, rect.top + size->cy};
         return TRUE;
     });
     ANSWER(InvalidateRect, [](HWND handle, const RECT *part, BOOL erase) -> BOOL {
@@ -326,16 +325,13 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
     ANSWER(ReleaseDC, [](HWND handle, HDC dc) -> int {
         return desk().find(handle) ? 1 : SYSTEM(ReleaseDC)(nullptr, dc);
     });
-    answerOf("BeginPaint", [](DeskWindow &window, const Call &call) -> int64_t {
+    answerOf("BeginPaint", [](DeskWindow &window, const Call &call) {
         PAINTSTRUCT &paint = *call.get<PAINTSTRUCT *>(1);
         paint.rcPaint = std::exchange(window.invalid, RECT{});
-        return int64_t(paint.hdc = contextOf(window));
+        return paint.hdc = contextOf(window);
     });
     ANSWER(GetForegroundWindow, [] { return desk().foreground; });
-    ANSWER(SetForegroundWindow, [](HWND window) -> BOOL {
-        desk().foreground = window;
-        return TRUE;
-    });
+    ANSWER(SetForegroundWindow, [](HWND window) { return put(&desk().foreground, window); });
     ANSWER(SetFocus, [](HWND window) {
         if (!window) reportMisuse("SetFocus without a window");
         return HWND();
@@ -350,10 +346,7 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
     });
     ANSWER(GetMessageW, [](LPMSG message) -> BOOL {
         if (const auto play = std::exchange(desk().play, nullptr)) play();
-        if (desk().messages.empty()) return FALSE;
-        *message = desk().messages.front();
-        desk().messages.erase(desk().messages.begin());
-        return TRUE;
+        return takeMessage(*message);
     });
     ANSWER(DispatchMessageW, [](const MSG *message) -> LRESULT {
         return sendMessage(message->hwnd, message->message, message->wParam, message->lParam);
@@ -376,8 +369,8 @@ static void answerOf(const char *name, int64_t (*act)(DeskWindow &window, const 
     });
     ANSWER(SetClipboardData, [](UINT, HANDLE data) {
         forgetObject(data);
-        SYSTEM(DeleteObject)(std::exchange(desk().clipboard, data));
-        return data;
+        SYSTEM(DeleteObject)(desk().clipboard);
+        return desk().clipboard = data;
     });
     ANSWER(GetUserDefaultUILanguage, [] { return desk().uiLanguage; });
     ANSWER(SHGetKnownFolderPath, knownFolder);
@@ -487,18 +480,16 @@ void Desk::moveClocks(DWORD ms)
 
 void Desk::wait(DWORD ms)
 {
-    const int64_t end = steady + int64_t(ms) * 1'000'000;
-    for (;;) {
-        const auto next = std::min_element(timers.begin(), timers.end(), [](const auto &a, const auto &b) {
-            return a.second.due < b.second.due;
-        });
-        if (next == timers.end() || next->second.due > end) break;
+    for (const int64_t end = steady + int64_t(ms) * 1'000'000;;) {
+        const auto next =
+            std::ranges::min_element(timers, {}, [](const auto &timer) { return timer.second.due; });
+        const bool fires = next != timers.end() && next->second.due <= end;
+        moveClocks(DWORD(std::max<int64_t>((fires ? next->second.due : end) - steady, 0) / 1'000'000));
+        if (!fires) return;
         const auto [window, id] = next->first;
-        moveClocks(DWORD(std::max<int64_t>(next->second.due - steady, 0) / 1'000'000));
         next->second.due = steady + int64_t(next->second.period) * 1'000'000;
         send(window, WM_TIMER, id);
     }
-    moveClocks(DWORD((end - steady) / 1'000'000));
 }
 
 LRESULT Desk::send(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -510,11 +501,8 @@ LRESULT Desk::send(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 void Desk::settle()
 {
-    while (!messages.empty()) {
-        const MSG message = messages.front();
-        messages.erase(messages.begin());
+    for (MSG message; takeMessage(message);)
         sendMessage(message.hwnd, message.message, message.wParam, message.lParam);
-    }
     for (size_t i = 0; i < windows.size(); ++i)
         paintWindow(windowHandle(int(i)));
 }
@@ -526,25 +514,22 @@ void Desk::hold(int key)
 
 int Desk::count(const std::string &start) const
 {
-    return int(std::count_if(calls.begin(), calls.end(),
-                             [&](const Told &call) { return call.text.starts_with(start); }));
+    return int(std::ranges::count_if(calls, [&](const Told &call) { return call.text.starts_with(start); }));
 }
 
 int Desk::first(const std::string &start) const
 {
-    for (size_t i = 0; i < calls.size(); ++i)
-        if (calls[i].text.starts_with(start)) return int(i);
-    return -1;
+    const auto begins = [&](const Told &call) { return call.text.starts_with(start); };
+    const auto found = std::ranges::find_if(calls, begins);
+    return found == calls.end() ? -1 : int(found - calls.begin());
 }
 
 std::string Desk::text(const std::vector<std::string> &starts) const
 {
     std::string lines;
     for (const Told &call : calls) {
-        const bool wanted = std::any_of(starts.begin(), starts.end(), [&](const std::string &start) {
-            return call.text.starts_with(start);
-        });
-        if (wanted || starts.empty()) lines += call.text + "\n";
+        const auto begins = [&](const std::string &start) { return call.text.starts_with(start); };
+        if (starts.empty() || std::ranges::any_of(starts, begins)) lines += call.text + "\n";
     }
     return lines;
 }

@@ -2,6 +2,7 @@
 // A desk to play at: while it stands, all that the program asks the system comes from here, on a clock that
 // only the test moves, and all that it does to the system is recorded in `calls`. GDI and GDI+ draw on real
 // bitmaps.
+#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -127,7 +128,9 @@ void resetProgram();
 std::string leaks();
 
 // What Windows would not forgive is reported through this, e.g. a null window; the test fails.
-inline void (*reportMisuse)(const std::string &what) = nullptr;
+inline void (*reportMisuse)(const std::string &what) = [](const std::string &what) {
+    std::puts(what.c_str());
+};
 
 void tellCalls(bool on);
 void forgetObjects();                   // what was made so far is no leak

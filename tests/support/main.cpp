@@ -2,19 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "support/desk.h"
-#include "support/recorded.h"
 
 struct FreshProgram : testing::EmptyTestEventListener {
     void OnTestStart(const testing::TestInfo &) override { resetProgram(); }
-};
-
-struct Records : testing::Environment {
-    void TearDown() override
-    {
-        const testing::UnitTest &run = *testing::UnitTest::GetInstance();
-        const bool whole = run.test_to_run_count() == run.total_test_count();
-        EXPECT_EQ(finishRecords(whole), "") << "recorded, but no test asks for it";
-    }
 };
 
 int main(int argc, char **argv)
@@ -31,6 +21,5 @@ int main(int argc, char **argv)
     reportMisuse = [](const std::string &what) { ADD_FAILURE() << what; };
     keepProgramState();
     testing::UnitTest::GetInstance()->listeners().Append(new FreshProgram);
-    testing::AddGlobalTestEnvironment(new Records);
     return RUN_ALL_TESTS();
 }

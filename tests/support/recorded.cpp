@@ -67,14 +67,21 @@ void expectRecorded(const std::string &name, const std::string &text)
     ADD_FAILURE() << message.str();
 }
 
-std::string finishRecords(bool wholeRun)
+// At the end: writes, or finds blocks that no test asked for if all tests have run.
+struct Records : testing::Environment {
+    void TearDown() override;
+};
+[[maybe_unused]] static const auto *const records = testing::AddGlobalTestEnvironment(new Records);
+
+void Records::TearDown()
 {
-    std::string unasked;
+    const testing::UnitTest &run = *testing::UnitTest::GetInstance();
+    const bool wholeRun = run.test_to_run_count() == run.total_test_count();
     for (const fs::directory_entry &folder : fs::directory_iterator(ZUBBLY_TESTS)) {
         const std::string room = folder.path().filename().string();
         std::string all;
         for (const auto &[name, block] : blocksOf(room)) {
-            if (wholeRun && !block.asked) unasked += room + "/" + name + "\n";
+            EXPECT_TRUE(block.asked || writing || !wholeRun) << "no test asks for " << room << "/" << name;
             if (wholeRun && !block.asked) continue;
             all += "= " + name + "\n";
             for (const std::string &line : block.lines)
@@ -82,5 +89,4 @@ std::string finishRecords(bool wholeRun)
         }
         if (writing && !all.empty()) std::ofstream(fileOf(room), std::ios::binary) << all;
     }
-    return writing ? "" : unasked;
 }

@@ -7,6 +7,3 @@
 // "= name". With ZUBBLY_WRITE_RECORDS=1 in the environment the texts are written instead; whoever does that
 // reads the difference (git diff) before it is committed.
 void expectRecorded(const std::string &name, const std::string &text);
-
-// At the end: blocks that no test asked for, a line each, if all tests have run.
-std::string finishRecords(bool wholeRun);

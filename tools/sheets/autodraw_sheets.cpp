@@ -66,6 +66,17 @@ static void addScene(Sheet &sheet, int kind, int form, const std::wstring &name)
     sheet.add(surfaces[0], name, kind == 0 ? 6 : 4, kind == 0 ? Sheet::middle : penLastPoint);
 }
 
+static void addRun(Sheet &sheet)
+{
+    const Paper paper;
+    penColor = 0xC6FF87;
+    penColorLife = 12;
+    for (int step = 1; step <= 88; ++step) {
+        onTimer3();
+        if (step % 11 == 0) sheet.add(surfaces[0], L"a run, " + std::to_wstring(step) + L" steps");
+    }
+}
+
 static void addWipe(Sheet &sheet, int style, const std::wstring &name, int length)
 {
     const Paper paper;
@@ -110,11 +121,7 @@ int main(int argc, char **argv)
     for (int i = 0; i < 18; ++i) {
         if (const wchar_t *name = scenes[i / 6][i % 6]) addScene(autodraw, i / 6, i % 6, name);
     }
-    const Paper run;
-    for (int step = 1; step <= 88; ++step) {
-        onTimer3();
-        if (step % 11 == 0) autodraw.add(surfaces[0], L"a run, " + std::to_wstring(step) + L" steps");
-    }
+    addRun(autodraw);
     autodraw.save(folder + L"\\autodraw.png");
     Sheet sheet(7);
     static constexpr std::pair<const wchar_t *, int> wipes[] = {

@@ -77,11 +77,14 @@ int main(int argc, char **argv)
     openSheets();
     Sheet sheet(12);
     uint32_t seed = 60;
+    int cooldown = 0;  // a rainbow stroke rests for some presses, from desk to desk
     for (const Picture &picture : pictures) {
         for (int column = 0; column < 6; ++column) {
             const Desk desk({Sheet::desk()}, backgrounds[column / 2]);
             seedAll(++seed);
+            rainbowCooldown = cooldown;
             chooseStrokeStyle();
+            cooldown = rainbowCooldown;
             picture.draw(Sheet::middle);
             sheet.add(surfaces[0], picture.name, picture.scale,
                       {Sheet::middle.x + picture.viewX, Sheet::middle.y + picture.viewY});
