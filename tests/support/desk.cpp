@@ -144,10 +144,8 @@ static BOOL play(LPCWSTR bytes, HMODULE, DWORD flags)
 
 static HRESULT knownFolder(REFKNOWNFOLDERID id, DWORD, HANDLE, PWSTR *path)
 {
-    const char *const name = id == FOLDERID_Pictures         ? "Pictures"
-                             : id == FOLDERID_RoamingAppData ? "Roaming"
-                                                             : "Other";
-    const std::wstring folder = (desk().folder() / name).wstring();
+    const char *const other = id == FOLDERID_RoamingAppData ? "Roaming" : "Other";
+    const std::wstring folder = desk().folder() / (id == FOLDERID_Pictures ? "Pictures" : other);
     std::filesystem::create_directories(folder);
     const size_t bytes = (folder.size() + 1) * sizeof(wchar_t);
     *path = static_cast<PWSTR>(std::memcpy(CoTaskMemAlloc(bytes), folder.c_str(), bytes));
@@ -204,22 +202,23 @@ static void answerOf(const char *name, auto act)
         desk().timers[{window, id}] = {ms, desk().steady + int64_t(ms) * 1'000'000};
         return id;
     });
-    ANSWER(KillTimer,
-           [](HWND window, UINT_PTR id) -> BOOL { return desk().timers.erase({window, id}) != 0; });
+    ANSWER(KillTimer, [](HWND window, UINT_PTR id) { return BOOL(desk().timers.erase({window, id})); });
 
     // Screen and input.
     ANSWER(GetSystemMetrics, [](int index) -> int {
         const RECT all = desk().bounds();
         const RECT first = desk().monitors.empty() ? RECT() : desk().monitors[desk().primaryMonitor];
-        const auto [left, top, width, height] = desk().screen.value_or(
+        const VirtualScreen screen = desk().screen.value_or(
             VirtualScreen{all.left, all.top, all.right - all.left, all.bottom - all.top});
-        if (index == SM_SWAPBUTTON) return desk().buttonsSwapped;
-        if (index == SM_CXSCREEN) return first.right - first.left;
-        if (index == SM_CYSCREEN) return first.bottom - first.top;
-        return index == SM_XVIRTUALSCREEN    ? left
-               : index == SM_YVIRTUALSCREEN  ? top
-               : index == SM_CXVIRTUALSCREEN ? width
-                                             : height;
+        switch (index) {
+        case SM_SWAPBUTTON: return desk().buttonsSwapped;
+        case SM_XVIRTUALSCREEN: return screen.left;
+        case SM_YVIRTUALSCREEN: return screen.top;
+        case SM_CXVIRTUALSCREEN: return screen.width;
+        case SM_CYVIRTUALSCREEN: return screen.height;
+        case SM_CXSCREEN: return first.right - first.left;
+        default: return first.bottom - first.top;
+        }
     });
     ANSWER(EnumDisplayMonitors, [](HDC, LPCRECT, MONITORENUMPROC each, LPARAM data) -> BOOL {
         const std::vector<RECT> all = desk().monitors;
@@ -314,10 +313,7 @@ static void answerOf(const char *name, auto act)
         UnionRect(&window->invalid, &window->invalid, &inside);
         return TRUE;
     });
-    ANSWER(UpdateWindow, [](HWND handle) -> BOOL {
-        paintWindow(handle);
-        return TRUE;
-    });
+    ANSWER(UpdateWindow, [](HWND handle) { return paintWindow(handle), TRUE; });
     ANSWER(GetDC, [](HWND handle) -> HDC {
         DeskWindow *const window = desk().find(handle);
         return window ? contextOf(*window) : SYSTEM(GetDC)(nullptr);
@@ -360,10 +356,7 @@ static void answerOf(const char *name, auto act)
         if (questions.contains(action)) static_cast<DWORD *>(value)[1] = 0xFF;  // behind the record's size
         return TRUE;
     });
-    ANSWER(CreateMutexW, [] {
-        SetLastError(desk().lastError);
-        return HANDLE(0x444);
-    });
+    ANSWER(CreateMutexW, [] { return SetLastError(desk().lastError), HANDLE(0x444); });
     ANSWER(CoCreateInstance, [](REFCLSID id, LPUNKNOWN, DWORD, REFIID, void **object) -> HRESULT {
         return desk().makeObject ? desk().makeObject(id, object) : REGDB_E_CLASSNOTREG;
     });

@@ -1,4 +1,5 @@
 // Calls as text, and what becomes of the objects that they make.
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -71,10 +72,13 @@ static std::string formatted(const char *format, auto... values)
 }
 
 // c0 is the first surface's canvas, w0 what the first window shows.
-static std::string placeOf(HDC dc, int &canvas)
+static std::string placeOf(HDC dc, int *canvas = nullptr)
 {
-    for (size_t i = 0; dc && i < surfaces.size(); ++i)
-        if (surfaces[i].canvasDC == dc) return " c" + std::to_string(canvas = int(i));
+    for (size_t i = 0; dc && i < surfaces.size(); ++i) {
+        if (surfaces[i].canvasDC != dc) continue;
+        if (canvas) *canvas = int(i);
+        return " c" + std::to_string(i);
+    }
     for (size_t i = 0; dc && i < Desk::current->windows.size(); ++i)
         if (Desk::current->windows[i].dc == dc) return " w" + std::to_string(i);
     return " elsewhere";
@@ -127,12 +131,8 @@ static Told toldOf(const Call &call, const std::string &kinds)
         const auto *const pointer = call.get<const uint8_t *>(i);
         const auto found = objects.find(pointer);
         const Traits &traits = found == objects.end() ? none : found->second;
-        const auto addPoints = [&](const auto *points) {
-            for (int k = 0; k < call.get<int>(i + 1); ++k)
-                add(points[k].X, points[k].Y);
-        };
         switch (kinds[i]) {
-        case 'g': line += placeOf(traits.dc, told.canvas); break;
+        case 'g': line += placeOf(traits.dc, &told.canvas); break;
         case 'b':
         case 'p':
             line += formatted(" %08X", told.argb = traits.argb);
@@ -141,8 +141,8 @@ static Told toldOf(const Call &call, const std::string &kinds)
                 line += formatted(" wide %.2f", double(traits.penWidth)) + traits.ends;
             break;
         case 'h': std::for_each(traits.path.begin(), traits.path.end(), add); break;
-        case 'P': addPoints(call.get<const GpPointF *>(i)); break;
-        case 'I': addPoints(call.get<const GpPoint *>(i)); break;
+        case 'P': std::for_each_n(call.get<const float *>(i), 2 * call.get<int>(i + 1), add); break;
+        case 'I': std::for_each_n(call.get<const INT *>(i), 2 * call.get<int>(i + 1), add); break;
         case 'f': add(call.get<float>(i)); break;
         case 'i': add(call.get<int>(i)); break;
         case 'u': add(call.get<uint32_t>(i)); break;
@@ -151,28 +151,20 @@ static Told toldOf(const Call &call, const std::string &kinds)
         case 's': line += quoted(call.get<const wchar_t *>(i)); break;
         case 'm':
         case 'o': line += nameOfImage(pointer); break;
-        case 'd': {
-            int source = 0;
-            line += placeOf(call.get<HDC>(i), i == 0 ? told.canvas : source);
-            break;
-        }
+        case 'd': line += placeOf(call.get<HDC>(i), i == 0 ? &told.canvas : nullptr); break;
         case 'z': line += " " + (pointer ? nameOf(pointer) : "nothing"); break;
         case 'r':
-            if (const auto *rect = call.get<const RECT *>(i))
-                add(rect->left, rect->top, rect->right, rect->bottom);
-            else
+            if (!pointer)
                 line += " all";
+            else
+                std::for_each_n(call.get<const LONG *>(i), 4, add);
             break;
         case 'q':
-            if (const auto *pair = call.get<const POINT *>(i)) add(pair->x, pair->y);
+            if (pointer) std::for_each_n(call.get<const LONG *>(i), 2, add);
             break;
         case 'F': line += formatted(" flags x%lX", call.get<const DWORD *>(i)[1]); break;
         case 'a': add(call.get<const BLENDFUNCTION *>(i)->SourceConstantAlpha); break;
-        case 'R': {
-            const auto *rect = call.get<const RectF *>(i);
-            add(rect->X, rect->Y, rect->Width, rect->Height);
-            break;
-        }
+        case 'R': std::for_each_n(call.get<const float *>(i), 4, add); break;
         case 'B': {
             LOGBRUSH brush = {};
             GetObjectW(call.get<HBRUSH>(i), sizeof brush, &brush);
@@ -206,18 +198,14 @@ void tellCalls(bool on)
 }
 
 // --- Objects.
-static void watchMaker(const std::string &name, int out)  // the argument that takes the new object; -1: none
+static int64_t make(const Call &call, int out)  // the argument that takes the new object; -1: the result
 {
-    pushReplacement(name, [out](const Call &call) {
-        const int64_t result = call.passOn();
-        const void *made = reinterpret_cast<const void *>(result);
-        if (out >= 0) made = result == Ok ? *call.get<const void **>(size_t(out)) : nullptr;
-        const bool pen = call.import.name == "GdipCreatePen1";
-        if (made)
-            objects[made] = {call.import.name, call.get<ARGB>(0), pen ? call.get<float>(1) : 0.0f, "",
-                             call.get<HDC>(0)};
-        return result;
-    });
+    const int64_t result = call.passOn();
+    const void *made = reinterpret_cast<const void *>(result);
+    if (out >= 0) made = result == Ok ? *call.get<const void **>(size_t(out)) : nullptr;
+    const float width = call.import.name == "GdipCreatePen1" ? call.get<float>(1) : 0.0f;
+    if (made) objects[made] = {call.import.name, call.get<ARGB>(0), width, "", call.get<HDC>(0)};
+    return result;
 }
 
 static void alsoDo(const char *name, const std::function<void(const Call &, Traits &)> &action)
@@ -238,7 +226,7 @@ static void alsoDo(const char *name, const std::function<void(const Call &, Trai
         CreateDIBSection -1 CreateRectRgn -1)");
     int out = 0;
     for (std::string name; makers >> name >> out;)
-        watchMaker(name, out);
+        pushReplacement(name, [out](const Call &call) { return make(call, out); });
     for (const char *name :
          {"GdipDeleteGraphics", "GdipDeleteBrush", "GdipDeletePen", "GdipDeletePath", "GdipDeleteFont",
           "GdipDeleteFontFamily", "GdipDeleteStringFormat", "GdipDeleteMatrix", "GdipDisposeImageAttributes",
