@@ -312,9 +312,8 @@ int main(int argc, char **argv)
     }));
     const int most = std::max({worst.asWhole, worst.byPlaces, worst.inField});
     std::printf(
-        "At most %d flashes in any second, but for the sparks of fireworks, which can flash %d times place "
-        "by place.\n",
-        most, std::max(fireworks.byPlaces, fireworks.inField));
+        "At most %d flashes in any second; sparks of fireworks flash up to %d times place by place.\n", most,
+        fireworks.byPlaces);
     if (most > limit) std::printf("REFUSED: at most %d are accepted.\n", limit);
     return most > limit;
 }
