@@ -93,12 +93,12 @@ static void paintWindow(HWND handle)
 
 static auto &windowClasses = *new std::map<std::wstring, WNDPROC>;
 
-static HWND createWindow(DWORD extended, LPCWSTR name, LPCWSTR, DWORD style, int x, int y, int width,
-                         int height, HWND owner)
+static HWND createWindow(DWORD, LPCWSTR name, LPCWSTR, DWORD style, int x, int y, int width, int height,
+                         HWND owner)
 {
     if (!windowClasses.contains(name)) return nullptr;
     const HWND handle = windowHandle(int(desk().windows.size()));
-    desk().windows.push_back({name, windowClasses[name], extended, {x, y, x + width, y + height}, owner});
+    desk().windows.push_back({name, windowClasses[name], {x, y, x + width, y + height}, owner});
     CREATESTRUCTW create = {};
     if (sendMessage(handle, WM_NCCREATE, 0, LPARAM(&create)) == 0 ||
         sendMessage(handle, WM_CREATE, 0, LPARAM(&create)) < 0)
@@ -196,7 +196,7 @@ static void answerOf(const char *name, auto act)
         QueryPerformanceFrequency(&frequency);
         return put(&count->QuadPart, desk().steady / (1'000'000'000 / frequency.QuadPart));
     });
-    ANSWER(GetLocalTime, [](LPSYSTEMTIME time) { *time = desk().localTime; });
+    ANSWER(GetLocalTime, [](LPSYSTEMTIME time) { *time = {2026, 5, 1, 4, 10, 30, 15, 0}; });
     ANSWER(SetTimer, [](HWND window, UINT_PTR id, UINT ms) -> UINT_PTR {
         if (!desk().find(window)) reportMisuse("SetTimer without a window");
         desk().timers[{window, id}] = {ms, desk().steady + int64_t(ms) * 1'000'000};
@@ -206,7 +206,9 @@ static void answerOf(const char *name, auto act)
 
     // Screen and input.
     ANSWER(GetSystemMetrics, [](int index) -> int {
-        const RECT all = desk().bounds();
+        RECT all = {};
+        for (const RECT &monitor : desk().monitors)
+            UnionRect(&all, &all, &monitor);
         const RECT first = desk().monitors.empty() ? RECT() : desk().monitors[desk().primaryMonitor];
         const VirtualScreen screen = desk().screen.value_or(
             VirtualScreen{all.left, all.top, all.right - all.left, all.bottom - all.top});
@@ -235,7 +237,7 @@ static void answerOf(const char *name, auto act)
         const size_t index = size_t(monitor) - 1;
         if (index >= desk().monitors.size() || info->cbSize < sizeof *info) return FALSE;
         info->rcMonitor = info->rcWork = desk().monitors[index];
-        info->rcWork.bottom -= desk().taskBar;
+        info->rcWork.bottom -= 40;  // the taskbar
         info->dwFlags = index == desk().primaryMonitor ? MONITORINFOF_PRIMARY : 0;
         return TRUE;
     });
@@ -271,7 +273,7 @@ static void answerOf(const char *name, auto act)
     });
     ANSWER(CreateWindowExW, createWindow);
     ANSWER(DestroyWindow, destroyWindow);
-    for (const char *name : {"IsWindow", "SetLayeredWindowAttributes"})
+    for (const char *name : {"IsWindow", "EnableWindow", "SetLayeredWindowAttributes"})
         answerOf(name, [](auto &, auto &) { return TRUE; });
     answerOf("IsWindowVisible", [](auto &window, auto &) { return window.visible; });
     answerOf("GetWindowRect", [](auto &window, auto &call) { return putAt(call, 1, window.rect); });
@@ -284,9 +286,6 @@ static void answerOf(const char *name, auto act)
         const bool before = window.visible;
         show(window, call.get<int>(1) != SW_HIDE);
         return before;
-    });
-    answerOf("EnableWindow", [](DeskWindow &window, const Call &call) {
-        return !std::exchange(window.enabled, call.get<BOOL>(1) != FALSE);
     });
     answerOf("SetWindowPos", [](DeskWindow &window, const Call &call) {
         const UINT flags = call.get<UINT>(6);
@@ -446,23 +445,6 @@ DeskWindow *Desk::find(HWND window)
 {
     const size_t index = size_t(intptr_t(window) - firstWindow) / 2;
     return index < windows.size() && windows[index].exists ? &windows[index] : nullptr;
-}
-
-RECT Desk::bounds() const
-{
-    RECT all = {};
-    for (const RECT &monitor : monitors)
-        UnionRect(&all, &all, &monitor);
-    return all;
-}
-
-MarkColor Desk::pixel(int x, int y) const
-{
-    for (const MonitorSurface &surface : surfaces) {
-        if (PtInRect(&surface.rect, {x, y}))
-            return GetPixel(surface.canvasDC, x - surface.rect.left, y - surface.rect.top);
-    }
-    return CLR_INVALID;
 }
 
 void Desk::moveClocks(DWORD ms)

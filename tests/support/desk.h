@@ -20,17 +20,15 @@ struct Told {
     std::string name;            // without "Gdip"
     std::vector<float> numbers;  // the plain ones, in order
     uint32_t argb = 0;           // of the brush or pen
-    float penWidth = 0.0f;       // 0 for fills
     int canvas = -1;             // the surface that is drawn on; -1 for everything else
 };
 
 struct DeskWindow {
     std::wstring className;
     WNDPROC proc = nullptr;
-    DWORD extended = 0;
     RECT rect = {};  // virtual-screen coordinates
     HWND owner = nullptr;
-    bool exists = true, visible = false, enabled = true;
+    bool exists = true, visible = false;
     RECT invalid = {};  // client coordinates
     HDC dc = nullptr;   // holds what it shows
     HBITMAP shown = nullptr;
@@ -53,13 +51,11 @@ struct Desk : private Unique {
     static constexpr int64_t firstSteady = 1'000'000'000'000;
     int64_t steady = firstSteady;         // the steady clock, nanoseconds
     int64_t wallSeconds = 1'777'890'615;  // of the system clock at the beginning, UTC since 1970
-    SYSTEMTIME localTime = {2026, 5, 1, 4, 10, 30, 15, 0};
-    std::vector<RECT> monitors;  // in the order in which the system enumerates them
+    std::vector<RECT> monitors;           // in the order in which the system enumerates them
     size_t primaryMonitor = 0;
-    int taskBar = 40;                     // how much lower than a monitor its work area ends
     int frame = 0;                        // how much smaller than a new window its client area is
     std::optional<VirtualScreen> screen;  // the union of the monitors while unset
-    std::set<int> keysDown, tapped;       // tapped: went down since the program last asked
+    std::set<int> keysDown, tapped;       // the second: went down since the program last asked
     POINT cursor = {};
     HWND foreground = nullptr;
     bool buttonsSwapped = false;       // the mouse is a left-handed one's
@@ -98,9 +94,7 @@ struct Desk : private Unique {
     const std::filesystem::path &folder();
     std::filesystem::path ownFolder;
 
-    DeskWindow *find(HWND window);        // null if there is none of that handle
-    MarkColor pixel(int x, int y) const;  // of the canvases, at a virtual-screen point; CLR_INVALID off them
-    RECT bounds() const;                  // of all monitors
+    DeskWindow *find(HWND window);  // null if there is none of that handle
 
     // Calls whose text begins so; the first one's place among calls, -1 if there is none.
     int count(const std::string &start) const;
@@ -135,9 +129,3 @@ inline void (*reportMisuse)(const std::string &what) = [](const std::string &wha
 void tellCalls(bool on);
 void forgetObjects();                   // what was made so far is no leak
 void forgetObject(const void *object);  // it is the system's from now on
-
-// Whether both streams would give the same next output; compares a stream with its replay by hand.
-inline bool sameStream(Rng a, Rng b)
-{
-    return a() == b();
-}

@@ -1,7 +1,6 @@
 #include "support/draws.h"
 
 #include "marks/random.h"
-#include "marks/strokes.h"
 #include "support/desk.h"
 
 Draws::Draws(double at, std::vector<int> first, double step)
@@ -36,17 +35,6 @@ std::string Draws::take(size_t skipped, size_t most)
     }
     ranges.clear();
     return line;
-}
-
-std::string drawn(const std::function<void()> &draw, double share, const std::vector<int> &first)
-{
-    Desk desk(oneMonitor);
-    Draws draws(share, first);
-    rainbowStroke = false;
-    draw();
-    if (!leaks().empty()) reportMisuse(leaks());
-    return draws.take() + "\n" + joined({"Fill", "Draw", "Translate", "Rotate"}) + joined({"Invalidate"}) +
-           "\n";
 }
 
 std::string chosen(int last, std::vector<int> forced, const std::function<std::string()> &draw)

@@ -19,9 +19,6 @@ struct Draws : private Unique {
     int next(int low, int high);
 };
 
-// What a desk of one monitor is told by a function, after the ranges of its draws; leaks are failures.
-std::string drawn(const std::function<void()> &draw, double share, const std::vector<int> &first = {});
-
 // For each value from 0 to last of the draw after the forced ones: the next ranges, and what the function
 // says. Runs of the same share a line.
 std::string chosen(int last, std::vector<int> forced, const std::function<std::string()> &draw);

@@ -136,7 +136,6 @@ static Told toldOf(const Call &call, const std::string &kinds)
         case 'b':
         case 'p':
             line += formatted(" %08X", told.argb = traits.argb);
-            told.penWidth = traits.penWidth;
             if (traits.penWidth != 0.0f)
                 line += formatted(" wide %.2f", double(traits.penWidth)) + traits.ends;
             break;
