@@ -807,6 +807,7 @@ static int probe(const vector<fs::path> &words)
         if (!first && !last && !soon(1, inFront)) tapAside(place(97, 3));
         if (!finding.failed) look();
         const char *verdict = finding.failed ? "FAIL" : finding.notHere ? "not here" : "pass";
+        if (finding.seen.empty()) finding.seen = "as expected";
         std::printf("%-10s%-46s%-50s %s\n", name, must, finding.seen.c_str(), verdict);
         std::fflush(stdout);
         failed = failed || finding.failed;
