@@ -28,6 +28,9 @@ TEST(Options, ComeFromATemplateOrAnOlderFileInTheRightFolder)
     const std::string bytes(
         std::istreambuf_iterator<char>(std::ifstream(data / "config.ini", std::ios::binary).rdbuf()), {});
     EXPECT_EQ(bytes.substr(0, 4), std::string("\xFF\xFE[\0", 4));
+    std::string text;
+    std::ranges::copy_if(bytes.substr(2), std::back_inserter(text), [](char c) { return c && c != '\r'; });
+    expectRecorded("settings/template", text);
     EXPECT_EQ(std::ranges::count(bytes, '\n') - std::ranges::count(bytes, '\r'), 2) << "bare line feeds";
     fs::create_directories(family / "Zubbly");
     for (const char *name : {"config.ini", "display_name.txt", "other.txt"})
