@@ -22,9 +22,10 @@ for i in {0..59}; do
 done
 unpainted() {
     convert "$work/empty.ppm" "$work/drawn.ppm" -compose difference -composite -separate -evaluate-sequence max \
-        -threshold 0 -fill 'gray(50%)' -draw "color ${points[0]} floodfill" -fill black +opaque 'gray(50%)' -negate \
+        -threshold 0 -set colorspace sRGB -type TrueColor -fill red -draw "color ${points[0]} floodfill" \
+        -fill white +opaque red -fill black -opaque red \
         \( +clone -fill black -colorize 100 -fill none -stroke white +antialias -draw "polyline ${points[*]}" \) \
-        -compose darken -composite -threshold 60% -format '%[fx:round(mean*w*h)]' info:
+        -compose darken -composite -alpha off -format '%[fx:round(mean*w*h)]' info:
 }
 whole() { picture "$work/drawn.ppm" && [ "$(unpainted)" = 0 ]; }
 stroke() {
