@@ -73,6 +73,19 @@ TEST(HintCard, StandsTopCentreForTenSecondsOrNeverAgainIfItsBoxIsTicked)
     }
 }
 
+TEST(IdleHint, ComesAfterHalfARoundOfTheTickCounterToo)
+{
+    Desk desk(oneMonitor);
+    armIdleHint(surfaces[0]);
+    hintNotBefore = desk.tick + 1;
+    for (const DWORD ms : {1u, 7998u, 0x80000000u}) {
+        EXPECT_FALSE(hintVisible);
+        desk.moveClocks(ms);
+        idleTick(primaryWindow());
+    }
+    EXPECT_TRUE(hintVisible);
+}
+
 TEST(HintCount, IsNothingUnlessTheFileBeginsWithANumber)
 {
     Desk desk(oneMonitor);

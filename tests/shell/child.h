@@ -77,8 +77,8 @@ inline const std::map<std::string, std::function<void(Desk &)>> deeds = {
     {"mash",
      [](Desk &) { act("Q*30 17 W*30 5 E*30 48 Q*30 71 A*30 9 S*30 33 W*30 5 5*30 80 X*30 26 D*30"); }},
     {"contextmenu", [](Desk &) { send(WM_CONTEXTMENU, 0, -1); }},
-    {"oftouch", [](Desk &desk) { desk.extraInfo = LPARAM(0xFF515780); }},
-    {"ofpen", [](Desk &desk) { desk.extraInfo = LPARAM(0xFF515700); }},
+    {"oftouch", [](Desk &desk) { desk.extraInfo = LPARAM(0xFF5157FF); }},
+    {"ofpen", [](Desk &desk) { desk.extraInfo = LPARAM(0xFF51577F); }},
     {"ofmouse", [](Desk &desk) { desk.extraInfo = 0; }},
     {"otherhand", [](Desk &desk) { desk.buttonsSwapped ^= true; }},
     {"unseen", [](Desk &desk) { desk.keysDown.clear(); }},  // all is released elsewhere

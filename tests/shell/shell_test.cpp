@@ -59,6 +59,18 @@ TEST(Enter, StartsAutoDrawingOrMarksByItsDraw)
               "0..39: 0..4 0..99 6..14 72..98 draws\n40..84: 0..4 x2 82..118 scatters\n");
 }
 
+TEST(SaveTimer, WaitsForTheEndOfAPressAndOfADrag)
+{
+    Desk desk(oneMonitor);
+    canvasDirty = true;
+    for (bool *held : {&leftButtonDown, &dragMoved, &shuttingDown}) {  // the last one does not matter
+        *held = true;
+        desk.send(primaryWindow(), WM_TIMER, 10);
+        EXPECT_EQ(canvasDirty, held != &shuttingDown);
+        *held = false;
+    }
+}
+
 TEST(Lockdown, HoldsTheCursorOnTheMonitorsIfTheSystemDoesNotReportTheirBounds)
 {
     Desk desk(twoMonitors);
