@@ -34,10 +34,13 @@ drag() {
     x mouseup 1
 }
 
+# Each try is another start.
 the_start() {
+    started=$(now)
+    launch
     recorded "$started" 3
     sounds "$started" 60 "arpeggio 523/659/784/1047 78 .13" "arpeggio 392/494/587/784/988 72 .13" \
-        "arpeggio 440/554/659/880 80 .14"
+        "arpeggio 440/554/659/880 80 .14" || { leave && return 1; }
 }
 a_letter() {
     from=$(now)
@@ -70,8 +73,6 @@ the_fifth_press() {
 sound_card
 desktop 0,0,1280,800
 settings ShowExitHint=0
-started=$(now)
-launch
 for what in the_start a_letter the_space_key a_stroke; do retried $what; done
 recorded "$released" 0.8
 silent "the released stroke" $((released + 88200 / 4)) 0.3
