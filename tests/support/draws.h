@@ -23,5 +23,6 @@ struct Draws : private Unique {
 // says. Runs of the same share a line.
 std::string chosen(int last, std::vector<int> forced, const std::function<std::string()> &draw);
 
-// The told calls that begin so; those of one kind and colour that follow each other are one.
+// The recorded calls that begin with one of these, on one line; consecutive calls of one kind and colour are
+// merged.
 std::string joined(const std::vector<std::string> &starts);

@@ -1,5 +1,5 @@
 #pragma once
-// COM objects whose methods all succeed and are told by their places in the table, e.g. "voice 20".
+// COM objects whose methods all succeed. Each call is recorded by its place in the method table: "voice 20".
 #include "support/desk.h"
 
 struct Object {

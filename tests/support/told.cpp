@@ -13,8 +13,8 @@
 //   f number   i integer   u unsigned   x bits   c colour   w window   r RECT   R RectF   s text   m image
 //   q point or size   a blend   d DC   B brush of GDI   o object of GDI   z sound   F flags of a record   -
 //   nothing
-// "." stands for calls that ask or compute, or whose arguments are told with the call that uses what they
-// set: they are not told at all. What is not here is told without arguments.
+// Calls marked "." are not recorded: they only ask or compute, or what they set is recorded with the call
+// that uses it. Calls that are not listed are recorded without arguments.
 static const auto &kindsOf = []() -> auto & {
     static auto &kinds = *new std::map<std::string, std::string>;
     std::istringstream words(R"(
