@@ -1,5 +1,5 @@
-// What a wipe's tick and a step of auto-drawing cost at 3840 by 2160, and how much of it is the program's
-// own: the ratio to the same GDI and GDI+ calls made bare. autodraw [NAME]: one row only.
+// Measures a wipe's tick and a step of auto-drawing at 3840 by 2160, and the program's own share: the ratio
+// to the same GDI and GDI+ calls made directly. autodraw [NAME]: one row only.
 #include <algorithm>
 #include <cstdio>
 #include <numeric>
@@ -15,8 +15,8 @@
 
 static std::wstring wanted;
 
-// The dearest of several things, and what it is.
-struct Dearest {
+// The costliest of several measurements, with its name.
+struct Costliest {
     double figure = 0.0;
     double floor = 1.0;  // of the same tick or ticks
     std::string name;
@@ -33,10 +33,10 @@ struct Dearest {
   private:
     double most = 0.0;
 };
-static Dearest slowestTick, worstRatio;
+static Costliest slowestTick, worstRatio;
 
-// prepare leads to the same ticks each time; tick is false after the last one. Of each tick the quickest run
-// counts, since others may use the machine.
+// prepare leads to the same ticks each time; tick returns false after the last one. The quickest run of each
+// tick counts, because other processes may use the machine.
 static void measure(const std::wstring &what, int runs, auto prepare, auto tick)
 {
     if (!wanted.empty() && what != wanted) return;
@@ -72,14 +72,14 @@ static void measure(const std::wstring &what, int runs, auto prepare, auto tick)
                 what.c_str(), ends.size(), program[ends.size() / 2], program.back(), sum / bareSum);
 }
 
-// Rows for the dearest of what has been measured since the last ones; none if that is nothing.
-static void tellDearest(const std::string &kind)
+// Prints the rows of the costliest since the last call, if anything was measured.
+static void printCostliest(const std::string &kind)
 {
     if (slowestTick.name.empty()) return;
-    tellCost(("Slowest tick at 3840x2160: " + kind + slowestTick.name).c_str(), slowestTick.figure,
-             slowestTick.floor, "8 ms");
-    tellCost(("All its ticks over their bare calls, dearest: " + kind + worstRatio.name).c_str(),
-             worstRatio.figure, worstRatio.floor, "1.15 times the floor");
+    printCost(("Slowest tick at 3840x2160: " + kind + slowestTick.name).c_str(), slowestTick.figure,
+              slowestTick.floor, "8 ms");
+    printCost(("All its ticks over their bare calls, costliest: " + kind + worstRatio.name).c_str(),
+              worstRatio.figure, worstRatio.floor, "1.15 times the floor");
     slowestTick = worstRatio = {};
 }
 
@@ -107,7 +107,7 @@ extern "C" int wmain(int argc, wchar_t **argv)
                                             L"from corner", L"ring",       L"band",     L"bubbles"};
     for (int style = 0; style < 8; ++style)
         measureWipe(style, styles[style]);
-    tellDearest("wipe, ");
+    printCostliest("wipe, ");
     const auto prepare = [] {
         markRng.seed(1);
         resetPen();
@@ -120,6 +120,6 @@ extern "C" int wmain(int argc, wchar_t **argv)
         onTimer3();
         return autoStepsLeft > 0;
     });
-    tellDearest("");
+    printCostliest("");
     return 0;
 }

@@ -1,6 +1,5 @@
-// The floor of what a program can take under Wine: a Win32 program with one window over the whole screen. It
-// answers the release of a key or button by filling itself at once and a drag by a small square at the
-// pointer.
+// The least that a program can cost under Wine: one window over the whole screen. When a key or button is
+// released it fills itself at once; during a drag it draws a small square at the pointer.
 #include "shell/base/windows_api.h"
 
 static void fill(HWND window, const RECT &part)

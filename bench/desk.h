@@ -1,9 +1,9 @@
 #pragma once
-// One surface as large as the bench wants it, whatever the display's size is.
+// One surface of the size a bench needs, whatever the size of the display.
 #include "shell/base/surfaces.h"
 #include "support/imports.h"
 
-// GDI+ runs afterwards, and surfaces.front() is cleared.
+// Starts GDI+ and leaves surfaces.front() cleared.
 inline void openDesk(int width, int height)
 {
     GdiplusStartupInput input;

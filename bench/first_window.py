@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""first_window.py RUNS BARE PROGRAM: how long each takes under Wine from its start until its window covers the
-screen, in milliseconds. The programs take turns, so that whatever else the machine does meets all alike."""
+"""first_window.py RUNS BARE PROGRAM: milliseconds from the start of each program under Wine until its window covers
+the screen. The programs take turns, so that other work on the machine affects all alike."""
 import os
 import statistics
 import sys
@@ -15,7 +15,7 @@ def milliseconds(program):
 
 
 runs, programs = int(sys.argv[1]), sys.argv[2:]
-for program in programs:  # the first of each only warms what the machine caches
+for program in programs:  # the first run of each only fills the caches
     milliseconds(program)
 times = {program: [] for program in programs}
 for _ in range(runs):

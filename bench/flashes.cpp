@@ -1,14 +1,12 @@
-// Counts large-area flashes in what a child can bring about, frame by frame of 16 ms on a scripted clock,
-// drawn and painted by the program itself. A flash is a pair of opposing changes of relative luminance by a
+// Counts large-area flashes in whatever a child can cause, in frames of 16 ms on a scripted clock, drawn and
+// painted by the program itself. A flash is a pair of opposing changes of relative luminance by a
 // tenth of white's or more, of which the darker end is below 0.80; at most three a second is the accepted
 // limit where they cover more than a quarter of the screen. It is counted in two ways:
 //   as a whole      from frame to frame the mean over the quarter of the screen that gets most brighter, less
 //                   that of the quarter that gets most darker, add up to a curve, whose swings are counted
-//   place by place  how often at least a quarter of the screen flashed in one second, each place by itself
-//   and
-//                   whatever the others did just then: an upper bound, which takes passing sparks for
-//                   flashes. The same for any field a third as wide and as high, which is what the eye sees
-//                   sharply.
+//   place by place  how often at least a quarter of the screen flashed in one second, where each place counts
+//                   by itself: an upper bound, because passing sparks count as flashes. The same for any
+//                   field a third as wide and as high, about what the eye sees sharply.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -55,7 +53,7 @@ struct Swings {
         return fell || rose;
     }
 };
-static const float dazzling = 0.8f;  // what never gets darker than this does not flash
+static const float dazzling = 0.8f;  // a place that never gets darker than this does not flash
 
 class FlashCount {
   public:
@@ -185,7 +183,7 @@ class FlashCount {
     }
 };
 
-// A frame goes by; what its timers bring shows in the next one.
+// Passes one frame; what its timers change shows in the next one.
 static void passFrame(Desk &desk)
 {
     desk.moveClocks(frameMs);
@@ -251,7 +249,7 @@ static void hit(WPARAM key)
 
 static void nothing() {}
 
-// flashes [LIMIT]: three are accepted in any second, of the fireworks more place by place.
+// flashes [LIMIT]: at most three in any second are accepted; fireworks may have more place by place.
 int main(int argc, char **argv)
 {
     const int limit = argc > 1 ? std::atoi(argv[1]) : 3;

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Flashes in fireworks, wipes and mashing. The scripted clock belongs to the checked build.
+# Flashes in fireworks, wipes and mashing, in the checked build, which has the scripted clock.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 [ -f build/windows-checked/build.ninja ] || cmake --preset windows-checked >build/windows-checked.log

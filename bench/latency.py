@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""latency.py ROUNDS BARE PROGRAM: milliseconds from input to the first changed pixel, seen from outside: the
-event is sent with XTEST, the X server reports what is drawn, and what is drawn there must differ from what was
-there before. A letter's mark comes with its release. A tap's comes with the button's release, so press and
-release are sent together; the time counts from the press. The programs take turns."""
+"""latency.py ROUNDS BARE PROGRAM: milliseconds from input to the first changed pixel, measured from outside: XTEST
+sends the event, the X server reports what is drawn, and its pixels must differ from those before. A letter's mark
+comes with its release, a tap's with the release of the button, so press and release are sent together and the time
+counts from the press. The programs take turns."""
 import ctypes
 import os
 import random
@@ -58,7 +58,7 @@ def differs(before, left, top, right, bottom):
 
 
 def to_first_change(send):
-    """Milliseconds, or None when nothing changed within a second."""
+    """Milliseconds, or None if nothing changed within a second."""
     x11.XSync(display, True)  # forgets what was reported so far
     look(0, 0, width, height)
     before = bytes(screen)
@@ -84,7 +84,7 @@ def to_first_change(send):
 def release(letter):
     key(letter, True)
     flush()
-    time.sleep(0.05)  # long before timer 6 would take the letter for one that stays down
+    time.sleep(0.05)  # long before timer 6 takes the letter for one that is held
     taken = to_first_change(lambda: key(letter, False))
     time.sleep(0.65)  # so that no two count as mashing
     return taken

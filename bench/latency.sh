@@ -1,6 +1,6 @@
 #!/bin/bash
 # From a key's release and a mouse press to the first changed pixel, beside a bare window that fills itself.
-# Without its pictures, so that no penguin walks into the measurement.
+# Without its pictures no penguin walks into the measurement.
 . "$(dirname "$0")/../tools/desktop.sh"
 desktop 0,0,1280,800
 settings ShowExitHint=0

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""load.py at-rest|delivered BARE PROGRAM: what each asks of the processor while nobody touches it, while ten keys
-a second are hit and while something is dragged at the 125 moves a second of an ordinary mouse; and of memory after
-all that. The bare window gets the same input. At rest, without pictures and hint, nothing moves by itself, so the
-processor times of the input are the input's; delivered tells what idling and the memory come to then. There is
-no sound card: on one the mixing, which is Wine's, takes about as much again."""
+"""load.py at-rest|delivered BARE PROGRAM: processor time of each program while idle, at ten keys a second and in a
+drag at the 125 moves a second of an ordinary mouse, and its memory afterwards. The bare window gets the same input.
+At rest, without pictures and hint, nothing moves by itself, so all processor time is the input's; "delivered" is
+the program as installed, for idling and memory. There is no sound card: with one, Wine's mixing takes about as much
+again."""
 import itertools
 import math
 import os
@@ -18,7 +18,7 @@ TICK = os.sysconf("SC_CLK_TCK")
 
 
 def spent(pid):
-    """Seconds on a core so far, all threads, the system's work for it included."""
+    """Seconds on a core so far, all threads, kernel included."""
     with open(f"/proc/{pid}/stat") as file:
         fields = file.read().rsplit(") ", 1)[1].split()
     return (int(fields[11]) + int(fields[12])) / TICK
@@ -110,5 +110,5 @@ if delivered:
          "60 MiB above the floor")
 else:
     cost_of_load("20 s idle, nothing moving by itself", 0, 1, "0.1 s above the floor")
-    cost_of_load("20 s of ten keys a second", 1, 1, "")  # nearly all of it is the system's: bench/profile.sh
+    cost_of_load("20 s of ten keys a second", 1, 1, "")  # nearly all of it is the system's, see bench/profile.sh
     cost_of_load("20 s of dragging, 125 moves a second", 2, 1, "4 s")

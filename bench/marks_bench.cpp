@@ -1,7 +1,7 @@
-// What each mark costs on a canvas of 3840 by 2160 pixels, beside the same GDI+ calls replayed bare and
-// beside those with its size and repaint calls, and how long the handlers of keys and buttons take there. The
-// goals: all marks together take at most 1.05 times their bare calls, sizes and repaints included, the
-// dearest one 1.15 times, and no handler takes more than 8 ms.
+// Measures each mark on a canvas of 3840 by 2160 pixels beside the same GDI+ calls replayed directly, without
+// and with its size and repaint calls, and the handlers of keys and buttons. Goals: all marks together take
+// at most 1.05 times their bare calls, sizes and repaints included, the costliest one 1.15 times, and no
+// handler more than 8 ms.
 #include <algorithm>
 #include <cstdio>
 #include <functional>
@@ -35,10 +35,10 @@ static double microseconds(int64_t begin)
     return double(ticks() - begin) * 1e6 / double(perSecond);
 }
 
-// What goes into the table of costs.
-static struct Dearest {
+// For the table of costs.
+static struct Costliest {
     std::string name;
-    double figure = 0, floor = 1, sum = 0, floorSum = 0;  // us; the dearest mark, and all together
+    double figure = 0, floor = 1, sum = 0, floorSum = 0;  // us; the costliest mark, and all together
 
     void take(const char *newName, double newFigure, double newFloor)
     {
@@ -59,8 +59,8 @@ static const int seeds = 12;
 static const int rounds = 15;
 static const POINT middle = {1920, 1080};
 
-// Each of the seeds counts with the best of its rounds, the mark and its bare calls in turn, so that other
-// work on the machine meets both alike.
+// Takes the best round of each seed. The mark and its bare calls take turns, so that other work on the
+// machine affects both alike.
 static void measureMark(const char *name, const std::function<void()> &draw)
 {
     double marks = 0;
@@ -107,7 +107,7 @@ static void send(UINT message, WPARAM key, LPARAM detail = 0)
     windowProc(surfaces[0].hwnd, message, key, detail);
 }
 
-// A handler is called a few times, with a pause that opens its gates before each.
+// Calls a handler a few times, each after a pause that lets it pass its rate limits.
 static void measureHandler(const char *name, DWORD pause, const std::function<void(int)> &handle)
 {
     double sum = 0;
@@ -144,7 +144,7 @@ int wmain()
     soundEnabled = false;
     rainbowStroke = false;
 
-    std::puts("mark               calls   mean us   slowest bare mean   ratio  and asked   ratio");
+    std::puts("mark               calls   mean us   slowest bare mean   ratio  and sizes   ratio");
     const std::pair<const char *, void (*)(POINT)> pointMarks[] = {{"tap", tapMark},
                                                                    {"face", stampFace},
                                                                    {"sun", stampSun},
@@ -194,7 +194,7 @@ int wmain()
         penKey(VK_RIGHT);
     });
 
-    std::puts("\nWhat a mark asks the system beside its drawing, us a call:");
+    std::puts("\nWhat a mark calls beside its drawing, us a call:");
     const std::pair<const char *, void (*)()> questions[] = {
         {"launchSurface", [] { launchSurface(); }},
         {"virtualScreen", [] { virtualScreen(); }},
@@ -235,13 +235,13 @@ int wmain()
     send(WM_LBUTTONDOWN, 0, MAKELPARAM(900, 900));
     measureHandler("a step of a drag", 0,
                    [](int i) { send(WM_MOUSEMOVE, 0, MAKELPARAM(900 + 30 * i, 950)); });
-    // The floor holds what a mark asks of the system beside its drawing, too: it cannot do without.
-    tellCost("All marks of the list together, at 3840x2160, over their bare calls, sizes and "
-             "repaints included",
-             overAll.sum / 1000, overAll.floorSum / 1000, "1.05 times the floor");
-    tellCost(("Dearest mark over the same: " + overAll.name).c_str(), overAll.figure / 1000,
-             overAll.floor / 1000, "1.15 times the floor");
-    tellCost(("Slowest handler at 3840x2160: " + slowestHandler.name).c_str(), slowestHandler.figure, 0,
-             "8 ms");
+    // A mark cannot do without these calls, so they are part of the floor.
+    printCost("All marks of the list together, at 3840x2160, over their bare calls, sizes and "
+              "repaints included",
+              overAll.sum / 1000, overAll.floorSum / 1000, "1.05 times the floor");
+    printCost(("Costliest mark over the same: " + overAll.name).c_str(), overAll.figure / 1000,
+              overAll.floor / 1000, "1.15 times the floor");
+    printCost(("Slowest handler at 3840x2160: " + slowestHandler.name).c_str(), slowestHandler.figure, 0,
+              "8 ms");
     return 0;
 }

@@ -1,5 +1,5 @@
-// A tick of the fireworks and its paint with as many sparks as there can be, on a monitor of 1920 by 1080
-// pixels, and what the drawing costs beside the bare AlphaBlend calls of the same sparks.
+// Measures a tick of the fireworks and its paint with the most sparks there can be, on a monitor of 1920 by
+// 1080 pixels, and the drawing beside bare AlphaBlend calls for the same sparks.
 #include <cstdio>
 
 #include "desk.h"
@@ -11,7 +11,7 @@
 static const int width = 1920;
 static const int height = 1080;
 
-// Sparks as bursts make them, three stars and a heart among ten, but all over the monitor.
+// The mixture that bursts make, three stars and a heart among ten, but spread over the whole monitor.
 static void fillSky()
 {
     rockets.clear();
@@ -31,7 +31,7 @@ static void fillSky()
     }
 }
 
-// What no way of painting these sparks can do without.
+// The least that painting these sparks takes.
 static void blendBare(HDC dc)
 {
     HGDIOBJ before = GetCurrentObject(spriteDC, OBJ_BITMAP);
@@ -46,8 +46,7 @@ static void blendBare(HDC dc)
     SelectObject(spriteDC, before);
 }
 
-// Milliseconds of processor time that one run takes, kernel and program together, over a hundred: what else
-// the machine does is not in it.
+// Mean processor time of a hundred runs in milliseconds, kernel included. Other processes do not count.
 static double measure(auto work)
 {
     const auto spent = [] {
@@ -66,7 +65,7 @@ extern "C" int wmain(int, wchar_t **)
     openDesk(width, height);
     buildSprites();
     const MonitorSurface &surface = surfaces.front();
-    // Every WM_PAINT is of the whole monitor, however small the display is; the window is a bitmap.
+    // Every WM_PAINT covers the whole monitor, however small the display is; a bitmap stands for the window.
     static HDC windowDC = CreateCompatibleDC(nullptr);
     SelectObject(windowDC, CreateCompatibleBitmap(surface.canvasDC, width, height));
     REPLACE(BeginPaint, [](HWND, LPPAINTSTRUCT paint) {
@@ -94,8 +93,8 @@ extern "C" int wmain(int, wchar_t **)
     std::printf("WM_PAINT with them            %6.2f ms\n", painted);
     std::printf("showTick                     %6.2f ms\n", ticked);
     std::printf("tick and paint                %6.2f ms of 16\n", ticked + painted);
-    tellCost("A fireworks tick and its paint, 520 sparks at 1920x1080; floor: their AlphaBlend calls",
-             ticked + painted, bare, "16 ms");
-    tellCost("Drawing those sparks over their AlphaBlend calls", drawn, bare, "1.2 times the floor");
+    printCost("A fireworks tick and its paint, 520 sparks at 1920x1080; floor: their AlphaBlend calls",
+              ticked + painted, bare, "16 ms");
+    printCost("Drawing those sparks over their AlphaBlend calls", drawn, bare, "1.2 times the floor");
     return 0;
 }

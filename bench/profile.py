@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""profile.py play: hits ten keys a second for 20 s. profile.py WHAT: reads perf's report by file and tells the
-shares. Wine copies a program's code into memory without a name, which perf takes for code made at run time."""
+"""profile.py play: hits ten keys a second for 20 s. profile.py WHAT: reads perf's report by file and prints the
+shares. Wine copies a program's code into memory without a name, which perf takes for generated code."""
 import itertools
 import re
 import sys
@@ -29,14 +29,14 @@ def play():
         flush()
 
 
-def tell(what):
+def print_shares(what):
     shares = dict.fromkeys((name for name, _ in GROUPS), 0.0)
     for line in sys.stdin:
         row = re.match(r"\s+([\d.]+)%\s+(\S.*)", line)
         if row:
             shares[next(name for name, of_it in GROUPS if re.match(of_it, row[2]))] += float(row[1])
     if sum(shares.values()) < 99:
-        sys.exit(f"only {sum(shares.values()):.1f} % of the time is told")
+        sys.exit(f"only {sum(shares.values()):.1f} % of the time is in the report")
     for name, share in shares.items():
         goal = "2 %" if name == GROUPS[0][0] else ""
         cost(f"Ten keys a second {what}, share of {name}", f"{share:.1f} %", "", goal)
@@ -45,4 +45,4 @@ def tell(what):
 if sys.argv[1] == "play":
     play()
 else:
-    tell(sys.argv[1])
+    print_shares(sys.argv[1])

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Where the processor time of ten keys a second goes, without sound and with it.
+# Where the processor time of ten keys a second goes, without and with sound.
 . "$(dirname "$0")/../tools/desktop.sh"
 sound_card
 desktop 0,0,1280,800

@@ -1,14 +1,14 @@
 #pragma once
-// The calls that drawing makes, kept so that they can be made once more without the program: the time of the
-// program over the time of its bare calls tells what the program itself costs. While calls are not recorded,
-// the program's go straight to the system.
+// Records the drawing calls so that they can be repeated without the program: the program's time over that of
+// its bare calls shows what the program itself costs. While nothing is recorded, calls go straight to the
+// system.
 #include <unordered_map>
 
 #include "shell/base/windows_api.h"
 #include "support/imports.h"
 
 struct RecordedCall {
-    bool draws;  // GDI and GDI+; the others ask for the screen's size or for a repaint
+    bool draws;  // GDI and GDI+; the others query the screen's size or request a repaint
     std::function<void()> again;
 };
 inline std::vector<RecordedCall> recordedCalls;
@@ -61,7 +61,7 @@ template <> struct Kept<const GpPoint *> : KeptArray<GpPoint> {
 template <> struct Kept<const RECT *> : KeptArray<RECT> {
     Kept(const RECT *given, int) : KeptArray(given, given ? 1 : 0) {}
 };
-// A replay makes and deletes the brush as well, as the program does once a tick.
+// A replay creates and deletes the brush too, as the program does once a tick.
 template <> struct Kept<HBRUSH> {
     LOGBRUSH traits = {};
     Kept(HBRUSH given, int) { GetObjectW(given, sizeof traits, &traits); }

@@ -1,6 +1,6 @@
-// How long saving and capturing hold the child up at 3840 by 2160: each part of a tick of auto-save, and
-// PrintScreen, beside the bare calls to the system that it cannot do without. bench/saving.sh gives it a
-// screen of that size.
+// Measures how long saving and capturing block the play at 3840 by 2160: each part of an auto-save, and
+// PrintScreen, beside the system calls that each cannot do without. bench/saving.sh provides a screen of that
+// size.
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -13,8 +13,8 @@
 
 static const int rounds = 7;
 
-// Sums of a part and of its bare calls, in milliseconds; they take turns, so that other work meets both
-// alike.
+// Mean times of a part and of its bare calls, in milliseconds. They take turns, so that other work on the
+// machine affects both alike.
 struct Part {
     double own = 0;
     double bare = 0;
@@ -24,10 +24,10 @@ struct Part {
         own += millisecondsOf(work) / rounds;
         bare += millisecondsOf(bareCalls) / rounds;
     }
-    void tell(const std::string &what) const
+    void print(const std::string &what) const
     {
         std::printf("%-70s %6.1f ms, bare %6.1f ms\n", what.c_str(), own, bare);
-        tellCost((what + "; floor: its bare calls").c_str(), own, bare, "");
+        printCost((what + "; floor: its bare calls").c_str(), own, bare, "");
     }
 };
 
@@ -75,11 +75,11 @@ static void measureSave(const char *what)
     std::printf("%s: %ju bytes\n", what, std::uintmax_t(std::filesystem::file_size(file)));
     std::filesystem::remove(file);
     const std::string picture = std::string(" at 3840x2160, ") + what;
-    capture.tell("Capture of a save" + picture);
-    conversion.tell("Its conversion for GDI+" + picture);
-    encoding.tell("Encoding and writing it" + picture);
-    tellCost(("A save as a whole" + picture).c_str(), capture.own + conversion.own + encoding.own,
-             capture.bare + conversion.bare + encoding.bare, "200 ms");
+    capture.print("Capture of a save" + picture);
+    conversion.print("Its conversion for GDI+" + picture);
+    encoding.print("Encoding and writing it" + picture);
+    printCost(("A save as a whole" + picture).c_str(), capture.own + conversion.own + encoding.own,
+              capture.bare + conversion.bare + encoding.bare, "200 ms");
 }
 
 static void measurePrintScreen()
@@ -97,7 +97,7 @@ static void measurePrintScreen()
                         CloseClipboard();
                     });
     }
-    key.tell("PrintScreen at 3840x2160");
+    key.print("PrintScreen at 3840x2160");
     DestroyWindow(window);
 }
 

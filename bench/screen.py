@@ -1,4 +1,4 @@
-"""The X display seen from outside: programs as they come up, input as a hand makes it."""
+"""The X display from outside: waits for windows and sends input."""
 import ctypes
 import subprocess
 import time
@@ -25,7 +25,7 @@ declare(x11.XKeysymToKeycode, ctypes.c_ubyte, pointer, number)
 declare(xtst.XTestFakeKeyEvent, whole, pointer, ctypes.c_uint, whole, number)
 declare(xtst.XTestFakeButtonEvent, whole, pointer, ctypes.c_uint, whole, number)
 declare(xtst.XTestFakeMotionEvent, whole, pointer, whole, whole, whole, number)
-# A window can be gone before it is looked at; that is no reason to end.
+# A window may be gone before its size is read: an error must not end the bench.
 ON_ERROR = ctypes.CFUNCTYPE(whole, pointer, pointer)(lambda display, error: 0)
 x11.XSetErrorHandler(ON_ERROR)
 display = x11.XOpenDisplay(None)
@@ -59,7 +59,7 @@ def end(wine):
     time.sleep(0.2)
 
 
-# What a hand does is sent at the next flush.
+# Input is sent at the next flush.
 def key(letter, down):
     code = x11.XKeysymToKeycode(display, x11.XStringToKeysym(letter.encode()))
     xtst.XTestFakeKeyEvent(display, code, down, 0)

@@ -1,5 +1,5 @@
 #!/bin/bash
-# From the start of the program until it covers the screen, beside what Wine needs for any window at all.
+# From the start of the program until it covers the screen, beside what Wine needs for a bare window.
 . "$(dirname "$0")/../tools/desktop.sh"
 desktop 0,0,1280,800
 settings ShowExitHint=0

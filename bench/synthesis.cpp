@@ -1,7 +1,7 @@
-// How long both sound banks take at start-up, against the bare calls of the mathematical library that they
-// make: the same functions with the same arguments in the same order of functions, in the same run. The
-// linker leads the library's names through __wrap_ functions, which keep the arguments once; both sides pay
-// for that detour.
+// Measures building both sound banks against their calls to the mathematical library alone: the same
+// functions with the same arguments, function by function, in the same run. The linker leads the library's
+// names through
+// __wrap_ functions, which record the arguments once; both sides pay for that detour.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -76,7 +76,7 @@ int wmain()
     buildBanks();
     keeping = false;
     volatile float sink = 0.0f;
-    double library = 1e9, banks = 1e9;  // the fastest of runs in turn; the others were disturbed
+    double library = 1e9, banks = 1e9;  // the fastest of runs in turn; slower ones were disturbed
     for (int run = 0; run < 40; ++run) {
         library = std::min(library, millisecondsOf([&] { sink = callLibrary(); }));
         banks = std::min(banks, millisecondsOf(buildBanks));
@@ -85,6 +85,6 @@ int wmain()
                 tangents.size(), powers.size(), remainders.size());
     std::printf("%-28s %8.1f ms\n%-28s %8.1f ms\n%-28s %8.2f\n", "bare library calls", library,
                 "both sound banks", banks, "ratio", banks / library);
-    tellCost("Both sound banks over their bare library calls", banks, library, "1.3 times the floor");
+    printCost("Both sound banks over their bare library calls", banks, library, "1.3 times the floor");
     return sink > 1e30f;
 }

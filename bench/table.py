@@ -1,6 +1,5 @@
 #!/usr/bin/env python3
-"""table.py LOG: writes docs/cost.md from the rows that the benches left in what they printed:
-cost | what | figure | floor | goal."""
+"""table.py LOG: writes docs/cost.md from the rows that the benches printed: cost | what | figure | floor | goal."""
 import datetime
 import os
 import re
@@ -10,7 +9,7 @@ import sys
 HEAD = """# What it costs
 
 Written by `./check --bench` on {date} at commit {commit}; do not edit. Machine: {machine}; load before the run {load}.
-Everything runs under Wine. A floor is what a bare window or the same bare calls to the system took in the same run.
+Everything runs under Wine. A floor is what a bare window or the same system calls alone took in the same run.
 
 | What | Figure | Floor | Goal | |
 |---|---|---|---|---|
@@ -35,7 +34,7 @@ def verdict(figure, floor, goal):
     return "met" if number(figure) <= limit else "**missed**"
 
 
-def told(command):
+def output_of(command):
     return subprocess.run(command, capture_output=True, text=True, check=True).stdout.strip()
 
 
@@ -46,8 +45,8 @@ rows = [[cell.strip() for cell in line.split("|")[1:]] for line in lines if line
 with open("/proc/cpuinfo") as info:
     processor = next((line.split(":")[1].strip() for line in info if line.startswith("model name")), "unknown")
 load = next((line.split(": ")[1] for line in lines if line.startswith("load before: ")), "unknown")
-commit = told(["git", "-C", top, "describe", "--always", "--dirty"])
-machine = f"{os.cpu_count()} cores of {processor}, {told(['wine', '--version'])}"
+commit = output_of(["git", "-C", top, "describe", "--always", "--dirty"])
+machine = f"{os.cpu_count()} cores of {processor}, {output_of(['wine', '--version'])}"
 with open(os.path.join(top, "docs", "cost.md"), "w") as table:
     table.write(HEAD.format(date=datetime.date.today(), commit=commit, machine=machine, load=load))
     for what, figure, floor, goal in rows:
