@@ -18,11 +18,12 @@ static int edgeAfter(int steps, int length)
     return std::min(length, steps * std::max(1, length / 100) + 4);
 }
 
-// The edge comes from the left or the top, or from the other side when mirrored.
-static bool stepFromSide(const MonitorSurface &surface, HBRUSH brush, bool across, bool mirrored)
+static bool stepFromSide(const MonitorSurface &surface, HBRUSH brush)
 {
+    const bool across = wipeStyle == wipeFromLeft || wipeStyle == wipeFromRight;
+    const bool mirrored = wipeStyle == wipeFromRight || wipeStyle == wipeFromBottom;
     const int length = across ? surface.width : surface.height;
-    const auto strip = [&](int from, int to) -> RECT {  // distances from the side it comes from
+    const auto strip = [&](int from, int to) -> RECT {  // distances from the side where the edge starts
         const int low = mirrored ? length - to : from;
         const int high = mirrored ? length - from : to;
         if (across) return {low, 0, high, surface.height};
@@ -127,18 +128,6 @@ void drawRevealRays(GraphicsScope &scope, const MonitorSurface &surface, float t
     }
 }
 
-static bool stepRing(const MonitorSurface &surface)
-{
-    const float t = std::min(1.0f, float(wipeStep) / 50.0f);
-    {
-        GraphicsScope scope(surface);
-        drawRingBlobs(scope, surface, t);
-        drawRevealRays(scope, surface, t, true);
-    }
-    invalidateWhole(surface);
-    return t >= 1.0f;
-}
-
 // Three bubbles that swing from side to side and sink from 20 % to 85 % of the height.
 static void drawBubbles(GraphicsScope &scope, const MonitorSurface &surface, float t)
 {
@@ -162,13 +151,14 @@ static void drawBubbles(GraphicsScope &scope, const MonitorSurface &surface, flo
     }
 }
 
-static bool stepBubbles(const MonitorSurface &surface)
+static bool stepReveal(const MonitorSurface &surface)
 {
-    const float t = std::min(1.0f, float(wipeStep) / 115.0f);
+    const bool ring = wipeStyle == wipeRing;
+    const float t = std::min(1.0f, float(wipeStep) / (ring ? 50.0f : 115.0f));
     {
         GraphicsScope scope(surface);
-        drawBubbles(scope, surface, t);
-        drawRevealRays(scope, surface, t, false);
+        ring ? drawRingBlobs(scope, surface, t) : drawBubbles(scope, surface, t);
+        drawRevealRays(scope, surface, t, ring);
     }
     invalidateWhole(surface);
     return t >= 1.0f;
@@ -177,13 +167,12 @@ static bool stepBubbles(const MonitorSurface &surface)
 bool wipeSurface(const MonitorSurface &surface, HBRUSH brush)
 {
     switch (wipeStyle) {
-    case wipeFromLeft: return stepFromSide(surface, brush, true, false);
-    case wipeFromRight: return stepFromSide(surface, brush, true, true);
-    case wipeFromTop: return stepFromSide(surface, brush, false, false);
-    case wipeFromBottom: return stepFromSide(surface, brush, false, true);
+    case wipeFromLeft:
+    case wipeFromRight:
+    case wipeFromTop:
+    case wipeFromBottom: return stepFromSide(surface, brush);
     case wipeFromCorner: return stepFromCorner(surface, brush);
-    case wipeRing: return stepRing(surface);
     case wipeBand: return stepBand(surface, brush);
-    default: return stepBubbles(surface);
+    default: return stepReveal(surface);
     }
 }

@@ -34,7 +34,7 @@ struct GraphicsScope {
     }
 };
 
-inline PointF inFloat(POINT point)
+inline GpPointF toFloat(POINT point)
 {
     return {float(point.x), float(point.y)};
 }

@@ -8,7 +8,7 @@ void drawMusicNote(POINT point, int kind, MarkColor color, int held)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, point);
         if (!inReach(surface, local, 180)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const int drawnSize = randInt(28, 54);  // separate for each monitor
         const float s = float(drawnSize + 4 * std::clamp(held, 0, 6));
         const float stemX = x + 0.18f * s;

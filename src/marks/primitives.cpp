@@ -126,7 +126,7 @@ void drawStarShape(GraphicsScope &scope, POINT centre, int outerRadius, int inne
 void drawHeartShape(GraphicsScope &scope, POINT centre, int size, MarkColor color, float widthScale,
                     float heightScale, float notch, float penWidth)
 {
-    const auto [x, y] = inFloat(centre);
+    const auto [x, y] = toFloat(centre);
     const float s = float(size);
     const float tipY = y + s * 0.95f * heightScale;
     const float notchY = y + s * notch;
@@ -159,7 +159,7 @@ void drawCloudShape(GraphicsScope &scope, POINT centre, int size, MarkColor colo
 
 void drawFlowerShape(GraphicsScope &scope, POINT centre, int size, MarkColor color)
 {
-    const auto [x, y] = inFloat(centre);
+    const auto [x, y] = toFloat(centre);
     const float s = float(size);
     const OwnedBrush petal = solidBrush(color, 0xDC);
     const OwnedBrush heart = solidBrush(0xE6FFE15A);

@@ -16,7 +16,7 @@ void stampFace(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 2 * radius)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedPen ring = joinedPen(toArgb(ringColor, 0xEB), float(width));
@@ -68,7 +68,7 @@ void stampRainbow(POINT innerLeft)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, innerLeft);
         if (!inReach(surface, local, span)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float d = float(span);
         GraphicsScope scope(surface);
         // The arcs grow only in width: they meet at the top and fan out at the foot.
@@ -94,7 +94,7 @@ void stampHouse(POINT lowerLeft)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, lowerLeft);
         if (!inReachX(surface, local.x, 250)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float w = float(width);
         const float h = float(height);
         const float top = y - h;
@@ -123,7 +123,7 @@ void stampBalloon(POINT neck)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, neck);
         if (!inReachX(surface, local.x, 160)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float rx = float(radiusX);
         const float ry = float(radiusY);
         const float knotReach = float(radiusX / 4);
@@ -172,7 +172,7 @@ void stampCat(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReachX(surface, local.x, 150)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedBrush head = solidBrush(headColor, 0xEC);
@@ -208,7 +208,7 @@ void stampBlushFace(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 170)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedBrush face = solidBrush(faceColor, 0xEC);
@@ -299,7 +299,7 @@ void stampRocket(POINT foot)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, foot);
         if (!inReach(surface, local, 220)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float w = float(width);
         const float h = float(height);
         const float left = float(local.x - width / 2);
@@ -339,7 +339,7 @@ void stampFish(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReachX(surface, local.x, 250) || !inReachY(surface, local.y, 180)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float l = float(length);
         const float h = float(height);
         GraphicsScope scope(surface);
@@ -371,7 +371,7 @@ void stampBigFace(POINT centre)
     for (const MonitorSurface &surface : surfaces) {
         const POINT local = toLocal(surface, centre);
         if (!inReach(surface, local, 3 * radius)) continue;
-        const auto [x, y] = inFloat(local);
+        const auto [x, y] = toFloat(local);
         const float r = float(radius);
         GraphicsScope scope(surface);
         const OwnedPen halo = joinedPen(toArgb(haloColor, 0xAA), std::max(0.1f * r, 9.0f));

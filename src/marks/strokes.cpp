@@ -81,7 +81,7 @@ bool paintSegments(const std::vector<POINT> &points, MarkColor color, int sizeA,
         const POINT a = toLocal(*surface, p);
         const POINT b = toLocal(*surface, q);
         if (!inReach(*surface, a, 220)) continue;
-        int width = low + int(i) * 5 % (high - low + 1);  // a sawtooth
+        int width = low + int(i) * 5 % (high - low + 1);  // a sawtooth in four of five segments
         const bool atRandom = randInt(0, 4) == 0;
         if (atRandom) width = randInt(low, high);
         GraphicsScope scope(*surface);

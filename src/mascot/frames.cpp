@@ -29,7 +29,7 @@ struct PixelMask {
     {
     }
     size_t indexOf(int x, int y) const { return size_t(y + 1) * stride + size_t(x + 1); }
-    void setBorder()
+    void markBorder()
     {
         std::fill_n(bytes.begin(), stride, 1);
         std::fill_n(bytes.end() - ptrdiff_t(stride), stride, 1);
@@ -176,8 +176,8 @@ void bleedColour(ImageFrame &frame)
     if (pixels.width < 3 || pixels.height < 3) return;
 
     PixelMask coloured = maskOf(pixels, 16);
-    PixelMask taken = coloured;  // coloured, in the border, or among the candidates of the next pass
-    taken.setBorder();
+    PixelMask taken = coloured;  // coloured, border, or candidate: may not become one
+    taken.markBorder();
     std::vector<size_t> candidates;
     const auto askNeighbours = [&](size_t index) {
         for (const size_t beside : coloured.neighbours(index)) {
@@ -204,7 +204,7 @@ void bleedColour(ImageFrame &frame)
 // A copy that can be locked and does not keep the file open; null on failure.
 static OwnedBitmap copyOf(GpImage *image)
 {
-    const PixelSize size = sizeOf(image);
+    const PixelSize size = pixelSize(image);
     const int width = int(size.width);
     const int height = int(size.height);
     OwnedBitmap copy = newBitmap(width, height);
@@ -250,7 +250,7 @@ static bool headAllows(const std::wstring &path)
 
 static bool hasFittingSides(GpImage *image)
 {
-    const PixelSize size = sizeOf(image);
+    const PixelSize size = pixelSize(image);
     return size.width <= longestSide && size.height <= longestSide;
 }
 
@@ -309,7 +309,7 @@ void unloadMascotFrames()
 
 struct FrameRect frameRect(const ImageFrame *frame, float x, float y, float height, float bob)
 {
-    const PixelSize size = frame ? sizeOf(frame->image, 100) : PixelSize{100, 100};
+    const PixelSize size = frame ? pixelSize(frame->image) : PixelSize{100, 100};
     const float pixelsWide = float(std::max(size.width, 1u));
     const float pixelsHigh = float(std::max(size.height, 1u));
     const float scale = std::max(height, 40.0f) / pixelsHigh;

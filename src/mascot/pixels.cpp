@@ -8,9 +8,9 @@ OwnedBitmap newBitmap(int width, int height)
     return OwnedBitmap(bitmap);
 }
 
-PixelSize sizeOf(GpImage *image, UINT unknown)
+PixelSize pixelSize(GpImage *image)
 {
-    PixelSize size = {unknown, unknown};
+    PixelSize size = {};
     GdipGetImageWidth(image, &size.width);
     GdipGetImageHeight(image, &size.height);
     return size;
@@ -18,7 +18,7 @@ PixelSize sizeOf(GpImage *image, UINT unknown)
 
 LockedPixels::LockedPixels(GpBitmap *toLock) : bitmap(toLock)
 {
-    const PixelSize size = sizeOf(bitmap);
+    const PixelSize size = pixelSize(bitmap);
     const GpRect whole(0, 0, int(size.width), int(size.height));
     status = GdipBitmapLockBits(bitmap, &whole, ImageLockModeRead | ImageLockModeWrite, PixelFormat32bppARGB,
                                 &data);

@@ -13,8 +13,8 @@ struct PixelSize {
     UINT width, height;
 };
 
-// A side that GDI+ cannot tell is unknown pixels long.
-PixelSize sizeOf(GpImage *image, UINT unknown = 0);
+// 0 replaces a side that GDI+ cannot report.
+PixelSize pixelSize(GpImage *image);
 
 // Locks the whole bitmap for reading and writing. If that fails, width and height are 0.
 struct LockedPixels {

@@ -1,8 +1,8 @@
 #include "mascot/sprites.h"
 
+#include <array>
 #include <cmath>
 #include <cstdint>
-#include <vector>
 
 #include "marks/angles.h"
 #include "mascot/pixels.h"
@@ -37,29 +37,32 @@ static int whitened(int channel, float heat)
 }
 
 static const int glowSize = 48;
+
 struct GlowPixel {
-    int alpha;
+    int alpha;   // 0 to 255
     float heat;  // 0 to 1, towards white
 };
 
-// A soft ball of light with a white core; the same for all colours, whose roots and powers would cost much of
-// the start-up time.
-static std::vector<GlowPixel> glowPixels()
+using GlowPixels = std::array<GlowPixel, glowSize * glowSize>;
+
+// A soft ball of light with a white core. All colours share it, because the roots and powers for each colour
+// would take much of the start-up time.
+static GlowPixels glowPixels()
 {
-    std::vector<GlowPixel> pixels;
+    GlowPixels pixels;
     for (int j = 0; j < glowSize; ++j) {
         for (int i = 0; i < glowSize; ++i) {
             const float dx = float(i) - 23.5f;
             const float dy = float(j) - 23.5f;
             const float nearness = std::clamp(1.0f - sqrtf(dx * dx + dy * dy) / 24.0f, 0.0f, 1.0f);
             const int alpha = int(std::clamp(powf(nearness, 1.7f), 0.0f, 1.0f) * 255.0f);
-            pixels.push_back({alpha, std::clamp((nearness - 0.62f) / 0.38f, 0.0f, 1.0f)});
+            pixels[size_t(j * glowSize + i)] = {alpha, std::clamp((nearness - 0.62f) / 0.38f, 0.0f, 1.0f)};
         }
     }
     return pixels;
 }
 
-static void buildGlow(Sprite &sprite, const std::vector<GlowPixel> &glow, MarkColor color)
+static void buildGlow(Sprite &sprite, const GlowPixels &glow, MarkColor color)
 {
     uint32_t *pixel = newSprite(sprite, glowSize);
     if (!pixel) return;
@@ -124,7 +127,7 @@ void buildSprites()
 {
     if (spriteDC) return;
     spriteDC = CreateCompatibleDC(nullptr);
-    const std::vector<GlowPixel> glow = glowPixels();
+    const GlowPixels glow = glowPixels();
     for (size_t i = 0; i < showPalette.size(); ++i) {
         buildGlow(glowSprites[i], glow, showPalette[i]);
         buildShape(starSprites[i], showPalette[i], fillStar, 24.931196f, 21.167997f);

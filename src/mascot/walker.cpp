@@ -177,7 +177,8 @@ void mascotWalkTick()
 {
     if (!mascotEnabled || surfaces.empty() || walkerClicked) return;
     if (showAlive()) return;
-    if (walkerActive) return leanStage == walking ? walkOn() : leanOn();
+    if (walkerActive && leanStage == walking) return walkOn();
+    if (walkerActive) return leanOn();
     if (int32_t(GetTickCount() - nextWalkTick) < 0) return;
     const MonitorSurface *surface = launchSurface();
     if (!surface) return scheduleWalk(25000, 55000);
@@ -223,7 +224,7 @@ static void drawFaded(GraphicsScope &scope, GpImage *image, const struct FrameRe
                                  {0.0f, 0.0f, 1.0f, 0.0f, 0.0f},
                                  {0.0f, 0.0f, 0.0f, alpha, 0.0f},
                                  {0.0f, 0.0f, 0.0f, 0.0f, 1.0f}}};
-    const PixelSize size = sizeOf(image);
+    const PixelSize size = pixelSize(image);
     GpImageAttributes *attributes = nullptr;
     GdipCreateImageAttributes(&attributes);
     GdipSetImageAttributesColorMatrix(attributes, ColorAdjustTypeDefault, TRUE, &matrix, nullptr,

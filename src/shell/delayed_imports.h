@@ -3,11 +3,12 @@
 // written into the import table. Linkers since binutils 2.44 make that table read-only.
 #include "shell/base/windows_api.h"
 
-extern "C" char __IAT_start__, __IAT_end__;  // defined by the linker: the addresses in the import table
+// Defined by the linker: where the addresses in the import table begin and end.
+extern "C" char __IAT_start__[], __IAT_end__[];
 
 // Makes the import table writable. Call it before the first use of a delayed function.
 inline void allowDelayedImports()
 {
     DWORD before = 0;
-    VirtualProtect(&__IAT_start__, size_t(&__IAT_end__ - &__IAT_start__), PAGE_READWRITE, &before);
+    VirtualProtect(__IAT_start__, size_t(__IAT_end__ - __IAT_start__), PAGE_READWRITE, &before);
 }
