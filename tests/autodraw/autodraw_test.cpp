@@ -4,6 +4,7 @@
 #include "autodraw/outlines.h"
 #include "autodraw/pen_paths.h"
 #include "autodraw/scenes.h"
+#include "autodraw/sequencer.h"
 #include "autodraw/sketches.h"
 #include "support/desk.h"
 #include "support/draws.h"
@@ -47,6 +48,18 @@ TEST(PenPaths, FollowFromTheirDraws)
         text += draws.take(0, 60) + shapesOf({penPath}) + "\n";
     }
     expectRecorded("autodraw/pen paths", text);
+}
+
+TEST(PenWalk, KeepsItsColourForSoManyStepsAsWereDrawn)
+{
+    Desk desk(oneMonitor);
+    Draws draws(0.5);
+    std::string steps;
+    for (int step = 0; step < 16; ++step) {
+        autoDrawStep();
+        if (draws.take().find("colour") != std::string::npos) steps += std::to_string(step) + " ";
+    }
+    EXPECT_EQ(steps, "0 7 14 ");
 }
 
 TEST(Scenes, FollowFromTheirDraws)

@@ -84,6 +84,8 @@ TEST(IdleHint, ComesAfterHalfARoundOfTheTickCounterToo)
         idleTick(primaryWindow());
     }
     EXPECT_TRUE(hintVisible);
+    discardHintPanel(primaryWindow());
+    EXPECT_FALSE(hintVisible || idleHintWindow || hintOwnerWindow);
 }
 
 TEST(HintCount, IsNothingUnlessTheFileBeginsWithANumber)

@@ -6,6 +6,7 @@
 #include "marks/notes.h"
 #include "marks/stamps.h"
 #include "marks/strokes.h"
+#include "sound/bank_a.h"
 #include "support/desk.h"
 #include "support/draws.h"
 #include "support/recorded.h"
@@ -95,6 +96,11 @@ TEST(Keys, CountMashesAndRepeatsAndStepTheSpiralByTheirTimes)
                 std::to_string(countSameKey('A', true)) + ", radius " + std::to_string(int(spiralRadius)) +
                 "\n";
     }
+    for (int step = 0; step < 60; ++step) {
+        desk.moveClocks(40);
+        stepSpiral(primaryWindow());
+    }
+    text += "sixty steps later: radius " + std::to_string(int(spiralRadius)) + "\n";
     resetKeyState(primaryWindow());
     stepSpiral(primaryWindow());  // at once
     expectRecorded("marks/keys", text + "reset: radius " + std::to_string(int(spiralRadius)) + "\n");
@@ -108,4 +114,16 @@ TEST(CursorPen, EndsARunAndKeepsTheStyleOfTheLastPress)
     penKey(VK_UP);
     EXPECT_FALSE(rainbowStroke);
     EXPECT_EQ(autoMode, noAction);
+    std::ranges::fill(penClips, SoundClip(44));
+    for (const int ms : {35, 1}) {
+        desk.calls.clear();
+        desk.moveClocks(DWORD(ms));
+        penKey(VK_UP);
+        EXPECT_EQ(desk.count("PlaySound"), ms == 1);
+    }
+    desk.screen = VirtualScreen{penDotPoint.x, penDotPoint.y, 1, 57};  // no room for a step up
+    penKey(VK_LEFT);
+    desk.calls.clear();
+    penKey(VK_LEFT);
+    EXPECT_EQ(desk.text(), "");
 }

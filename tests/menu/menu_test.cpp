@@ -28,7 +28,7 @@ TEST(Menu, IsDrawnWhereItMeetsAMonitorAndGoneBeforeItsActionBegins)
     const std::array<int, 3> clicks[] = {{-370, 211, 3}, {-371, 300, 0}, {-71, 388, 3}, {-70, 300, 0},
                                          {-50, 300, 1},  {249, 300, 1},  {270, 300, 2}, {100, 389, 0}};
     for (const auto &[x, y, action] : clicks) {
-        Desk desk({{0, 0, 800, 600}, {-640, 100, 0, 580}, {800, 0, 1200, 600}});
+        Desk desk({{0, 0, 580, 600}, {-640, 100, 0, 580}, {580, 0, 1200, 600}});  // the last meets no button
         chooseLanguage(L"en");
         const Draws draws(0.5);
         openMenu({100, 300});  // from -370 to 570
