@@ -37,7 +37,7 @@ stream.read(4)
 server.sendall(b"\1")  # shared
 stream.read(20)
 stream.read(struct.unpack(">I", stream.read(4))[0])
-server.sendall(struct.pack(">BBHiii", 2, 0, 3, 0, -223, -308))  # what layouts are told with
+server.sendall(struct.pack(">BBHiii", 2, 0, 3, 0, -223, -308))  # SetEncodings: raw pixels, and reports of the layout
 layout(0)
 server.sendall(struct.pack(">BBHHBB", 251, 0, right - left, bottom - top, len(boxes), 0))
 for number, (x, y, w, h) in enumerate(boxes, 1):
