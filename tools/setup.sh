@@ -60,7 +60,6 @@ T
     ;;
     page) cat <<'T'
 chromium                                    chromium
-chromedriver                                chromium-driver
 T
     ;;
     pack) cat <<'T'
