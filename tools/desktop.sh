@@ -44,10 +44,16 @@ retried() {
     local try
     for try in 1 2 3 4 5; do
         if "$@"; then return; fi
-        echo "retry: $1 failed for the ${try}. time"
+        echo "retry: $* failed for the ${try}. time"
     done
-    fail "$1 failed each time"
+    fail "$* failed each time"
 }
+
+# alone: the program starts from $work/alone, where its pictures are not beside it, so no penguin walks.
+alone() { mkdir "$work/alone" && cp "$exe" "$work/alone" && exe=$work/alone/Zubbly.exe; }
+
+# compiled FILE SOURCE...: a Windows program of a script's own, in $work.
+compiled() { x86_64-w64-mingw32-g++-posix -static -o "$work/$1" -x c++ "${@:2}"; }
 
 # settings LINE...: what the section [Zubbly] of the settings file holds at the next launch.
 settings() {
@@ -110,7 +116,19 @@ colour() {
     /usr/bin/convert "$1" -crop "1x1+$(($2 + origin_x))+$(($3 + origin_y))" -depth 8 rgb:- | od -An -tx1 | tr -d ' \n'
 }
 # differing PICTURE PICTURE: the number of pixels that differ; ImageMagick writes 1.024e+06, version 7 "12 (0.01)".
-differing() { printf '%.0f\n' "$(compare -metric AE "$1" "$2" null: 2>&1 | cut -d ' ' -f 1)"; }
+differing() {
+    local said
+    said=$(compare -metric AE "$1" "$2" null: 2>&1) || [ $? = 1 ] || return  # 2: there is no such picture
+    printf '%.0f\n' "${said%% *}"
+}
+# mark X Y: a tap there leaves a mark.
+marked() { picture "$work/now.ppm" && [ "$(colour "$work/now.ppm" "$1" "$2")" != "$3" ]; }
+mark() {
+    picture "$work/now.ppm"
+    local before=$(colour "$work/now.ppm" "$1" "$2")
+    tap "$1" "$2"
+    soon 10 marked "$1" "$2" "$before" || fail "no mark at $1,$2"
+}
 # A window can be up before its first picture is painted. The bare screen is black, no picture of ours is.
 painted() { picture "$work/now.ppm" && [ "$(colour "$work/now.ppm" 2 2)" != 000000 ]; }
 
