@@ -1,8 +1,7 @@
 #!/bin/bash
 # From a key's release and a mouse press to the first changed pixel, beside a bare window that fills itself.
-# Without its pictures no penguin walks into the measurement.
 . "$(dirname "$0")/../tools/desktop.sh"
 desktop 0,0,1280,800
 settings ShowExitHint=0
-mkdir "$work/alone" && cp "$exe" "$work/alone"
-python3 "$top/bench/latency.py" "${1:-4}" "$top/build/windows/bench/bare_window.exe" "$work/alone/Zubbly.exe"
+alone
+python3 "$top/bench/latency.py" "${1:-4}" "$top/build/windows/bench/bare_window.exe" "$exe"

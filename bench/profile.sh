@@ -3,8 +3,7 @@
 . "$(dirname "$0")/../tools/desktop.sh"
 sound_card
 desktop 0,0,1280,800
-mkdir "$work/alone" && cp "$exe" "$work/alone"  # without its pictures no penguin walks
-exe=$work/alone/Zubbly.exe
+alone
 for sound in 0 1; do
     settings ShowExitHint=0 SoundEnabled=$sound
     launch
