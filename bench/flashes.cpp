@@ -213,7 +213,7 @@ static FlashCount watch(const char *name, int seconds, uint32_t seeds, auto begi
     FlashCount worst;
     for (uint32_t seed = 1; seed <= seeds; ++seed) {
         Desk desk({{0, 0, width, height}});
-        desk.telling = false;
+        desk.recording = false;
         soundEnabled = false;
         markRng.seed(seed);
         soundRng.seed(seed + 1);

@@ -117,8 +117,8 @@ inline void recordCalls(bool on)
         slotOf.clear();
     }
 #define KEEP(name, draws)                                                                                    \
-    if (findImport(#name))                                                                                   \
-        on ? pushReplacement(#name, keeping(#name, draws, decltype (&name)())) : popReplacement(#name);
+    if (imports().contains(#name))                                                                           \
+        on ? importOf(#name).push(keeping(#name, draws, decltype (&name)())) : importOf(#name).pop();
 #define KEEP_DRAWING(name) KEEP(name, true)
 #define KEEP_QUESTION(name) KEEP(name, false)
     EACH_DRAWING_CALL(KEEP_DRAWING)

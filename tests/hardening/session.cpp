@@ -6,8 +6,6 @@
 //   session.exe day HOURS                        play and pauses; the tick counter wraps in the middle
 //   session.exe longest                          five minutes at 3840 by 2160: what takes longest to handle
 #include <atomic>
-#include <cstdio>
-#include <fstream>
 #include <random>
 #include <thread>
 
@@ -21,17 +19,18 @@
 #include "shell/startup.h"
 #include "sound/playback.h"
 #include "sound/speech.h"
-#include <psapi.h>
 
 namespace fs = std::filesystem;
 
 static Tablet *desk = nullptr;
-static std::string mode, faultName, deed;
-static bool faultFromStart = false, played = false;
+static std::string mode, deed;
+static Import *fault = nullptr;  // fails in the whole session, or from later on
+static bool played = false;
 static int wayOut = 0;  // 0 to 2
 static std::mt19937 rng;
 static int64_t begin = 0, end = 0;  // of the run, milliseconds
 static std::atomic<uint64_t> steps;
+static std::map<std::string, double> longest;  // milliseconds for each deed
 
 static int64_t now()
 {
@@ -46,9 +45,8 @@ static int pick(int lo, int hi)
 {
     std::printf("RED %jd ms after the start, at %s: %s; failing:", intmax_t(now() - begin), deed.c_str(),
                 what.c_str());
-    for (const std::string &name : programImports())
-        if (const Import *import = findImport(name); import && import->failing)
-            std::printf(" %s", name.c_str());
+    for (const auto &[name, import] : imports())
+        if (import.failing) std::printf(" %s", name.c_str());
     std::puts("");
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), 1);  // under Wine a crashed program can end with 0
@@ -56,40 +54,28 @@ static int pick(int lo, int hi)
 }
 
 // What only computes has no way to fail.
-static const std::vector<std::string> &fallible()
+static bool canFail(const std::string &name)
 {
-    static std::vector<std::string> names;
-    const std::set<std::string> others = {"fclose", "fread", "fseek", "ftell", "wcsftime", "strtoll"};
-    if (names.empty())
-        for (const std::string &name : programImports())
-            if (findImport(name) && name != "GetMessageW" && (std::isupper(name[0]) || others.contains(name)))
-                names.push_back(name);
-    return names;
+    static const std::set<std::string> others = {"fclose", "fread", "fseek", "ftell", "wcsftime"};
+    static const std::set<std::string> never = {"GetMessageW", "QueryPerformanceCounter"};
+    return others.contains(name) || (std::isupper(name[0]) && !never.contains(name));
 }
+
 static void letAllWork()
 {
-    for (const std::string &name : fallible())
-        setFailing(importOf(name), false);
+    for (auto &[name, import] : imports())
+        import.setFailing(false);
     Tablet::refusal = S_OK;
 }
 
 // In a random session about one import in twelve fails, and what fails changes all the time.
 static void switchFaults()
 {
-    if (mode == "fault") setFailing(importOf(faultName), faultFromStart || now() > (2 * begin + end) / 3);
+    if (fault && now() > (2 * begin + end) / 3) fault->setFailing(true);
     if (mode != "random") return;
-    setFailing(importOf(fallible()[size_t(pick(0, int(fallible().size()) - 1))]), pick(0, 11) == 0);
+    auto &[name, import] = *std::next(imports().begin(), pick(0, int(imports().size()) - 1));
+    if (canFail(name)) import.setFailing(pick(0, 11) == 0);
     Tablet::refusal = pick(0, 9) ? S_OK : E_FAIL;
-}
-
-static void expectSoundState()
-{
-    const bool sound = keyMashCount >= 0 && keyMashCount <= 50 && sameKeyCount >= 0 && sameKeyCount <= 6 &&
-                       penPathIndex <= penPath.size() && penPath.size() < 20000 &&
-                       outlineQueue.size() < 2000 && sparks.size() <= maxSparks && rockets.size() <= 5 &&
-                       desk->timers.size() < 40 && desk->messages.size() < 1000 && !shuttingDown &&
-                       surfaces.size() == desk->monitors.size();
-    if (!sound) red("its state is out of range");
 }
 
 // --- What comes in. What a child and now and then a grown-up does: each once, then as it comes.
@@ -110,7 +96,7 @@ static void childsPlay(size_t step)
         moveTo(int(walkerX), int(walkerY - walkerSize / 2.0f));
         deed = "tap";
     }
-    actWord(deed);
+    act(deed);
 }
 
 // Any message with anything in it, but none that ends the program or its windows.
@@ -139,34 +125,39 @@ static void anyMessage()
     desk->moveClocks(DWORD(pick(0, 30)));
 }
 
-// --- Measures. Windows, handles, objects of GDI and GDI+, and KiB in use of the heaps.
-using Load = std::array<size_t, 4>;
-
-static Load load()
+// --- What a deed takes and leaves.
+static void timed(const std::function<void()> &act)
 {
-    size_t objects = 0, bytes = 0;
-    std::istringstream made(leaks());
-    for (std::string word; made >> word;)
-        objects += size_t(std::atoi(word.c_str()));
+    LARGE_INTEGER before, after;
+    SYSTEM(QueryPerformanceCounter)(&before);
+    act();
+    SYSTEM(QueryPerformanceCounter)(&after);
+    longest[deed] = std::max(longest[deed], double(after.QuadPart - before.QuadPart) / 1e4);
+    const bool sound = keyMashCount >= 0 && keyMashCount <= 50 && sameKeyCount >= 0 && sameKeyCount <= 6 &&
+                       penPathIndex <= penPath.size() && penPath.size() < 20000 &&
+                       outlineQueue.size() < 2000 && sparks.size() <= maxSparks && rockets.size() <= 5 &&
+                       desk->timers.size() < 40 && desk->messages.size() < 1000 && !shuttingDown &&
+                       surfaces.size() == desk->monitors.size();
+    if (!sound) red("its state is out of range");
+}
+
+// What leaks stays: only a growth since the program had settled that so many looks in a row find counts.
+static void expectFlat(const std::string &when, bool settled, int looks)
+{
+    using Load = std::array<size_t, 4>;
+    static Load first;
+    static int grown;
     const HANDLE lowest =
         CreateEventW(nullptr, FALSE, FALSE, nullptr);  // a new handle is the lowest free one
     CloseHandle(lowest);
+    size_t bytes = 0;
     HANDLE heaps[64];
-    for (DWORD i = std::min<DWORD>(GetProcessHeaps(64, heaps), 64); i-- > 0;) {
-        PROCESS_HEAP_ENTRY entry = {};
-        while (HeapWalk(heaps[i], &entry))
+    for (DWORD i = std::min<DWORD>(GetProcessHeaps(64, heaps), 64); i-- > 0;)
+        for (PROCESS_HEAP_ENTRY entry = {}; HeapWalk(heaps[i], &entry);)
             if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
-    }
-    const auto exists = [](const DeskWindow &window) { return window.exists; };
-    return {size_t(std::count_if(desk->windows.begin(), desk->windows.end(), exists)), uintptr_t(lowest) / 4,
-            objects, bytes / 1024};
-}
-
-// What leaks stays: only a growth that that many looks in a row find counts.
-static void expectFlat(const std::string &when, const Load &first, int looks)
-{
-    static int grown;
-    const Load at = load();
+    const auto windows = std::ranges::count(desk->windows, true, &DeskWindow::exists);
+    const Load at = {size_t(windows), uintptr_t(lowest) / 4, desk->objects.size(), bytes / 1024};
+    if (!settled) first = at;
     const bool flat =
         at[0] <= first[0] + 4 && at[1] <= first[1] + 4 && at[2] <= first[2] + 4 && at[3] <= first[3] + 1024;
     grown = flat ? 0 : grown + 1;
@@ -177,29 +168,9 @@ static void expectFlat(const std::string &when, const Load &first, int looks)
     if (grown == looks) red("it grows: " + leaks());
 }
 
-static double milliseconds()
-{
-    LARGE_INTEGER count = {}, frequency = {};
-    SYSTEM(QueryPerformanceCounter)(&count);
-    QueryPerformanceFrequency(&frequency);
-    return 1000.0 * double(count.QuadPart) / double(frequency.QuadPart);
-}
-
-static std::map<std::string, double> longest;  // milliseconds for each deed
-
 // --- A run of the program.
-static void timed(const std::function<void()> &act)
-{
-    const double before = milliseconds();
-    act();
-    longest[deed] = std::max(longest[deed], milliseconds() - before);
-    expectSoundState();
-}
-
 static void step(size_t number)
 {
-    static Load first;
-    static int64_t minutes;
     ++steps;
     timed([&] { mode == "storm" && number > 60 ? anyMessage() : childsPlay(number); });
     int pause = mode == "storm" ? 0 : pick(0, 39) ? pick(20, 400) : 20'000;
@@ -208,10 +179,10 @@ static void step(size_t number)
         switchFaults();
         timed([] { desk->wait(16); });
     }
+    static int64_t minutes = 0;
     if (mode != "day" || (now() - begin) / 60'000 == minutes) return;
     minutes = (now() - begin) / 60'000;
-    if (minutes == 1) first = load();
-    expectFlat(minutes % 60 == 1 ? "minute " + std::to_string(minutes) : "", first, 3);
+    expectFlat(minutes % 60 == 1 ? "minute " + std::to_string(minutes) : "", minutes > 1, 3);
 }
 
 // In the end all works again, so that five Spaces must leave something; then one of the ways out, with the
@@ -227,27 +198,28 @@ static void play()
     canvasDirty = false;
     act("Space 999 Space 999 Space 999 Space 999 Space 999");
     if (!canvasDirty && desk->find(primaryWindow())) red("nothing comes of five Spaces");
-    if (mode == "fault") setFailing(importOf(faultName), true);
+    if (fault) fault->setFailing(true);
     if (wayOut > 0) act(wayOut == 1 ? "mayend ends" : "Alt+F4");
     desk->messages.push_back({primaryWindow(), WM_KEYUP, 'A', 0, 0, {}});  // for the program's own loop
 }
 
-static void run(int64_t length)
+static void run(int64_t ms)
 {
     begin = now();
-    end = begin + length;
+    end = begin + ms;
     shuttingDown = played = false;
     desk->timers.clear();
     desk->keysDown.clear();
     desk->messages.clear();
+    const std::string failing = fault ? fault->name : "";
     desk->lastError = ERROR_ALREADY_EXISTS;
-    if (runApp(GetModuleHandleW(nullptr)) != 0 || (!surfaces.empty() && faultName != "CreateMutexW"))
+    if (runApp(GetModuleHandleW(nullptr)) != 0 || (!surfaces.empty() && failing != "CreateMutexW"))
         red("a second start does something");
     desk->lastError = 0;
     desk->play = play;
     desk->foreground = windowHandle(int(desk->windows.size()));  // the next window
     const int code = runApp(GetModuleHandleW(nullptr));
-    if (!played && !(code == 1 && faultName == "EnumDisplayMonitors")) red("it left at once");
+    if (!played && !(code == 1 && failing == "EnumDisplayMonitors")) red("it left at once");
     // Without a monitor the process ends at once, and the system undoes the rest.
     if (code == 0 && (hookTargetWindow || keyboardHook || speechVoice)) red("left behind");
     letAllWork();
@@ -259,43 +231,86 @@ static void run(int64_t length)
 static void layOut()
 {
     const fs::path folder = desk->folder(), roaming = folder / "Roaming" / "norvanta";
-    wchar_t file[260] = {};
-    SYSTEM(GetModuleFileNameW)(nullptr, file, 260);
-    fs::copy(fs::path(file).parent_path().parent_path() / "assets", folder / "assets",
-             fs::copy_options::recursive);
+    const fs::path pictures = roaming / "Zubworks" / "Zubbly" / "SavedPictures";
+    fs::copy(fs::path(ZUBBLY_BUILD) / "assets", folder / "assets", fs::copy_options::recursive);
     fs::create_directories(folder / "Fonts");
     fs::copy_file("C:/windows/Fonts/tahoma.ttf", folder / "Fonts" / "MPLUSRounded1c-Regular.ttf");
     std::ofstream(folder / "Fonts" / "MPLUSRounded1c-Black.ttf") << "no font";
     std::ofstream(folder / "given.png") << "to be written over";
-    const fs::path older = roaming / "Zubworks" / "Zubbly" / "SavedPictures";
-    fs::create_directories(older);
+    fs::create_directories(pictures);
     for (int i = 0; i < 12; ++i)
-        std::ofstream(older / ("auto-" + std::to_string(i)));
+        std::ofstream(pictures / ("auto-" + std::to_string(i)));
     desk->environment[L"APPDATA"] = (folder / "Roaming").wstring();
     desk->programFile = (folder / "Zubbly.exe").wstring();
-    if (faultName == "CreateFileW" || faultName == "WriteFile") return;
+    if (fault && (fault->name == "CreateFileW" || fault->name == "WriteFile")) return;
     fs::create_directories(roaming / "Zubbly");
     std::ofstream(roaming / "Zubbly" / "config.ini") << "[Zubbly]\nAutoSaveIntervalSeconds=60\n";
 }
 
-static LONG WINAPI endRed(EXCEPTION_POINTERS *crash)
+// --- Modes, with the last argument.
+static void listCalls(double)
 {
-    red("a crash at " + std::to_string(uintptr_t(crash->ExceptionRecord->ExceptionAddress)));
+    for (const auto &[name, import] : imports())
+        if (canFail(name)) std::puts(name.c_str());
 }
+
+static void playSeconds(double seconds)
+{
+    if (fault && wayOut == 2) fault->setFailing(true);
+    run(int64_t(seconds) * 1000);
+    if (fault) std::printf("%s failed %ju\n", fault->name.c_str(), uintmax_t(fault->failed));
+}
+
+static void storm(double count)
+{
+    for (int round = 0; double(steps) < count; ++round) {
+        // The largest ones first: what only grows has its size then.
+        const auto size = [round] { return round == 0 ? 1500 : pick(1, pick(1, 1500)); };
+        desk->monitors = {{0, 0, size(), size()}};
+        if (round == 0 || pick(0, 1)) desk->monitors.push_back({-size(), 10, 0, 10 + size()});
+        wayOut = round % 3;
+        run(300'000);
+        expectFlat("round " + std::to_string(round), round > 2, 1);
+    }
+}
+
+static void day(double hours)
+{
+    desk->tick = DWORD(-int64_t(hours * 1'800'000));
+    run(int64_t(hours * 3'600'000));
+}
+
+static void listLongest(double)
+{
+    desk->monitors = {{0, 0, 3840, 2160}};
+    run(300'000);
+    std::multimap<double, std::string, std::greater<>> byTime;
+    for (const auto &[what, worst] : longest)
+        byTime.insert({worst, what});
+    byTime.erase(std::next(byTime.begin(), 5), byTime.end());
+    for (const auto &[worst, what] : byTime)
+        std::printf("%7.1f ms  %s\n", worst, what.c_str());
+}
+
+static const std::map<std::string, void (*)(double)> modes = {
+    {"list", listCalls}, {"fault", playSeconds}, {"random", playSeconds},
+    {"storm", storm},    {"day", day},           {"longest", listLongest}};
 
 int main(int argc, char **argv)
 {
     ULONG room = 65536;  // for the filter, where there is no stack left
     SetThreadStackGuarantee(&room);
-    SetUnhandledExceptionFilter(endRed);
+    SetUnhandledExceptionFilter([](EXCEPTION_POINTERS *crash) -> LONG {
+        red("a crash at " + std::to_string(uintptr_t(crash->ExceptionRecord->ExceptionAddress)));
+    });
     GdiplusStartupInput start;  // so that no run of several takes GDI+ away from the objects that stay
     ULONG_PTR token = 0;
     GdiplusStartup(&token, &start, nullptr);
     keepProgramState();
     Tablet here;
     desk = &here;
-    here.telling = false;
-    tellCalls(false);
+    here.recording = false;
+    here.monitors = {{0, 0, 400, 300}, {-200, 50, 0, 250}};
     reportMisuse = [](const std::string &what) { red(what); };
     Tablet::whileSaving = [] {
         static int dialogs = 0;
@@ -304,15 +319,15 @@ int main(int argc, char **argv)
             step(99);
         --dialogs;
     };
-    const std::vector<std::string> words(argv + 1, argv + argc);
-    mode = words.empty() ? "list" : words[0];
-    if (mode == "fault") faultName = words[1], faultFromStart = words[2] == "start";
-    const int number = words.size() > 1 ? std::atoi(argv[2]) : 0;
-    const int64_t length = words.size() > 1 ? std::atoll(argv[argc - 1]) * 1000 : 0;
-    rng.seed(unsigned(number) + 1);
-    markRng.seed(unsigned(number));
-    wayOut = mode == "fault" ? faultFromStart ? 2 : 1 : number % 3;
-    here.monitors = {{0, 0, 400, 300}, {-200, 50, 0, 250}};
+    mode = argc > 1 ? argv[1] : "list";
+    const int seed = argc > 2 ? std::atoi(argv[2]) : 0;
+    rng.seed(unsigned(seed) + 1);
+    markRng.seed(unsigned(seed));
+    wayOut = seed % 3;
+    if (mode == "fault") {
+        fault = &importOf(argv[2]);
+        wayOut = argv[3] == std::string("start") ? 2 : 1;
+    }
     layOut();
     int failures = mode == "random" ? 5 : 0;
     const Replaced lost("GetMessageW", [&](const Call &call) { return failures-- > 0 ? -1 : call.passOn(); });
@@ -322,40 +337,7 @@ int main(int argc, char **argv)
         red("no progress in three minutes");
     })
         .detach();
-    if (mode == "list") {
-        for (const std::string &name : fallible())
-            std::puts(name.c_str());
-    } else if (mode == "fault") {
-        setFailing(importOf(faultName), faultFromStart);
-        run(length);
-        std::printf("%s %s %ju\n", argv[2], argv[3], uintmax_t(importOf(faultName).failed));
-    } else if (mode == "random") {
-        run(length);
-    } else if (mode == "storm") {
-        Load first;
-        for (int round = 0; int64_t(steps) < length / 1000; ++round) {
-            // The largest ones first: what only grows has its size then.
-            const auto size = [round] { return round == 0 ? 1500 : pick(1, pick(1, 1500)); };
-            here.monitors = {{0, 0, size(), size()}};
-            if (round == 0 || pick(0, 1)) here.monitors.push_back({-size(), 10, 0, 10 + size()});
-            wayOut = round % 3;
-            run(300'000);
-            if (round < 3) first = load();
-            expectFlat("round " + std::to_string(round), first, 1);
-        }
-    } else if (mode == "day") {
-        const int64_t day = int64_t(std::atof(argv[2]) * 3'600'000);
-        here.tick = DWORD(-day / 2);
-        run(day);
-    } else if (mode == "longest") {
-        here.monitors = {{0, 0, 3840, 2160}};
-        run(300'000);
-        std::multimap<double, std::string, std::greater<>> byTime;
-        for (const auto &[what, worst] : longest)
-            byTime.insert({worst, what});
-        for (auto row = byTime.begin(); row != byTime.end() && std::distance(byTime.begin(), row) < 5; ++row)
-            std::printf("%7.1f ms  %s\n", row->first, row->second.c_str());
-    }
+    modes.at(mode)(std::atof(argv[argc - 1]));
     std::error_code ignored;
     fs::remove_all(here.folder(), ignored);
     std::fflush(stdout);

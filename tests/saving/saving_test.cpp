@@ -58,49 +58,51 @@ TEST(AutoSave, WaitsForThePictureLosesNothingAndKeepsTheLastTenFiles)
     EXPECT_EQ(saving({next.c_str()}), "waits " + next + " ");
 }
 
-static Object dialog, item;
 static IFileDialogEvents *events;
 static HWND dialogWindow;  // null while it has none
 static HRESULT answered;   // what a grown-up does with it
 
 // Some calls are recorded with what they receive.
-static void isGiven(const void *text)
+static void isGiven(const std::wstring &text)
 {
-    Desk::current->calls.back().text += " " + fs::path(static_cast<const wchar_t *>(text)).string();
+    Desk::current->calls.back().text += " " + fs::path(text).string();
 }
-static int64_t answerOfDialog(int place, void **first, void **second, void **, void **)
+static HRESULT itemAnswer(Object &, int place, const Call &call)
+{
+    if (place == 3) *call.get<HWND *>(1) = dialogWindow;
+    if (place == 5) *call.get<PWSTR *>(2) = taskString(L"kept.png");
+    return place == 3 && !dialogWindow ? E_FAIL : S_OK;
+}
+static Object item = {objectMethods, "item", itemAnswer};
+static HRESULT dialogAnswer(Object &self, int place, const Call &call)
 {
     if (place == 3) {
-        isGiven(Desk::current->find(HWND(first))->className.c_str());
+        isGiven(Desk::current->find(call.get<HWND>(1))->className);
         events->OnFolderChange(nullptr);
         for (const HWND window : {HWND(), primaryWindow(), primaryWindow()}) {
             dialogWindow = window;
-            events->OnFolderChange(reinterpret_cast<IFileDialog *>(&dialog));
+            events->OnFolderChange(reinterpret_cast<IFileDialog *>(&self));
         }
         return dialogShowing ? answered : E_UNEXPECTED;
     }
-    if (place == 4) isGiven(second[1]);
+    if (place == 4) isGiven(call.get<const COMDLG_FILTERSPEC *>(2)->pszSpec);
     if (place == 7) {
-        events = reinterpret_cast<IFileDialogEvents *>(first);
+        events = call.get<IFileDialogEvents *>(1);
         events->AddRef();
-        *reinterpret_cast<DWORD *>(second) = 42;
+        *call.get<DWORD *>(2) = 42;
     }
-    if (place == 8 || place == 9) isGiven(std::to_wstring(LOWORD(first)).c_str());
-    if (place == 10) *reinterpret_cast<DWORD *>(first) = 0x800;
-    if (place == 15 || place == 22) isGiven(first);
-    return place == 0 ? give(item, second) : place == 20 ? give(item, first) : S_OK;
+    if (place == 8 || place == 9) isGiven(std::to_wstring(call.get<DWORD>(1)));
+    if (place == 10) *call.get<DWORD *>(1) = 0x800;
+    if (place == 15 || place == 22) isGiven(call.get<const wchar_t *>(1));
+    if (place == 0) return give(item, call.get<void **>(2));
+    return place == 20 ? give(item, call.get<void **>(1)) : S_OK;
 }
+static Object dialog = {objectMethods, "dialog", dialogAnswer};
 
 TEST(SaveDialog, SavesTheMomentOfTheKeyAndPutsTheSurfacesBack)
 {
     Desk desk(twoMonitors);
-    dialog = {objectMethods, "dialog", 0, answerOfDialog};
-    item = {objectMethods, "item", 0, [](int place, void **window, void **path, void **, void **) {
-                if (place == 3) *window = dialogWindow;
-                if (place == 5) *path = std::wcscpy(static_cast<wchar_t *>(CoTaskMemAlloc(100)), L"kept.png");
-                return int64_t(place == 3 && !dialogWindow ? E_FAIL : S_OK);
-            }};
-    desk.makeObject = [](REFCLSID, void **out) { return HRESULT(give(dialog, out)); };
+    desk.makeObject = [](REFCLSID, void **out) { return give(dialog, out); };
     desk.cursor = {-100, 200};
     REPLACE(GdipSaveImageToFile, [](GpImage *, const WCHAR *path) {
         isGiven(path);

@@ -10,10 +10,32 @@
 inline void send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
 {
     const LRESULT answer = Desk::current->send(primaryWindow(), message, wParam, lParam);
-    if (answer) tell("answer " + std::to_string(answer));
+    if (answer) Desk::current->record("answer " + std::to_string(answer));
 }
 
-inline void press(int key, int held)
+// Of the mouse at the cursor, of two fingers, or of anything else with that parameter.
+inline void sendInput(UINT message, WORD parameter)
+{
+    Desk &desk = *Desk::current;
+    const auto [x, y] = desk.cursor;
+    const bool left = (message == WM_LBUTTONDOWN || message == WM_LBUTTONUP) != desk.buttonsSwapped;
+    const int button = left ? VK_LBUTTON : VK_RBUTTON;
+    if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN) desk.hold(button);
+    if (message == WM_LBUTTONUP || message == WM_RBUTTONUP) desk.release(button);
+    desk.touches = {{100 * x + 99, 100 * y, nullptr, 1, parameter, 0, 0, 0, 0, 0},
+                    {-5000 - 100 * x, 100 * y, nullptr, 2, parameter, 0, 0, 0, 0, 0}};
+    const bool mouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+    send(message, message == WM_TOUCH ? 2 : parameter, mouse ? MAKELPARAM(WORD(x), WORD(y)) : parameter);
+}
+
+inline void moveTo(int x, int y)
+{
+    Desk::current->cursor = {x, y};
+    sendInput(WM_MOUSEMOVE, 0);
+}
+
+// The hook first; what it lets through goes to the window, again every 40 ms while the key is held.
+inline void press(int key, int held = 60)
 {
     Desk &desk = *Desk::current;
     const bool alt = desk.keysDown.contains(VK_MENU);
@@ -32,26 +54,6 @@ inline void press(int key, int held)
     if (!swallowed) send(alt ? WM_SYSKEYUP : WM_KEYUP, WPARAM(key), alt << 29);
 }
 
-// Of the mouse at the cursor, of two fingers, or of anything else with that parameter.
-inline void send(UINT message, WORD parameter)
-{
-    Desk &desk = *Desk::current;
-    const auto [x, y] = desk.cursor;
-    const bool left = (message == WM_LBUTTONDOWN || message == WM_LBUTTONUP) != desk.buttonsSwapped;
-    if (message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN) desk.hold(left ? VK_LBUTTON : VK_RBUTTON);
-    if (message == WM_LBUTTONUP || message == WM_RBUTTONUP) desk.release(left ? VK_LBUTTON : VK_RBUTTON);
-    desk.touches = {{100 * x + 99, 100 * y, nullptr, 1, parameter, 0, 0, 0, 0, 0},
-                    {-5000 - 100 * x, 100 * y, nullptr, 2, parameter, 0, 0, 0, 0, 0}};
-    const bool mouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
-    send(message, message == WM_TOUCH ? 2 : parameter, mouse ? MAKELPARAM(WORD(x), WORD(y)) : parameter);
-}
-
-inline void moveTo(int x, int y)
-{
-    Desk::current->cursor = {x, y};
-    send(WM_MOUSEMOVE, WORD(0));
-}
-
 // clang-format off
 inline const std::map<std::string, int> keys = {
     {"Space", VK_SPACE}, {"Enter", VK_RETURN}, {"Escape", VK_ESCAPE}, {"Tab", VK_TAB}, {"Left", VK_LEFT},
@@ -66,16 +68,12 @@ inline const std::map<std::string, DWORD> messages = {  // the parameter in the 
     {"activate", WM_ACTIVATE | 1 << 16}, {"deactivate", WM_ACTIVATE}, {"other", WM_ACTIVATEAPP},
     {"focus", WM_SETFOCUS}, {"close", WM_CLOSE}, {"elsewhere", WM_CONTEXTMENU | 0xFFFFu << 16},
     {"mayend", WM_QUERYENDSESSION}, {"goeson", WM_ENDSESSION}, {"ends", WM_ENDSESSION | 1 << 16}};
-// clang-format on
-
-inline void act(const std::string &words);
+inline const std::map<std::string, std::string> phrases = {
+    {"tap", "left 80 leftup"}, {"wiping", "Escape 100"},
+    {"drawing", "200,150 right rightup Enter 300"},  // under an open menu
+    {"doodle", "0,150 right rightup -270,150 tap"},  // the menu's first entry
+    {"mash", "Q*30 17 W*30 5 E*30 48 Q*30 71 A*30 9 S*30 33 W*30 5 5*30 80 X*30 26 D*30"}};
 inline const std::map<std::string, std::function<void(Desk &)>> deeds = {
-    {"tap", [](Desk &) { act("left 80 leftup"); }},
-    {"drawing", [](Desk &) { act("200,150 right rightup Enter 300"); }},  // under an open menu
-    {"doodle", [](Desk &) { act("0,150 right rightup -270,150 tap"); }},  // the menu's first entry
-    {"wiping", [](Desk &) { act("Escape 100"); }},
-    {"mash",
-     [](Desk &) { act("Q*30 17 W*30 5 E*30 48 Q*30 71 A*30 9 S*30 33 W*30 5 5*30 80 X*30 26 D*30"); }},
     {"contextmenu", [](Desk &) { send(WM_CONTEXTMENU, 0, -1); }},
     {"oftouch", [](Desk &desk) { desk.extraInfo = LPARAM(0xFF5157FF); }},
     {"ofpen", [](Desk &desk) { desk.extraInfo = LPARAM(0xFF51577F); }},
@@ -85,43 +83,16 @@ inline const std::map<std::string, std::function<void(Desk &)>> deeds = {
     {"away", [](Desk &desk) { desk.foreground = HWND(0x77); }},
     {"back", [](Desk &desk) { desk.foreground = primaryWindow(); }},
     {"louder", [](Desk &) { Tablet::level = 0.9f; }},
-    {"penguin",
-     [](Desk &desk) {
-         for (int i = 0; i < 900 && !(walkerActive && walkerX > 80.0f && walkerX < 320.0f); ++i)
-             desk.wait(200);
-         moveTo(int(walkerX), int(walkerY - walkerSize / 2.0f));
-     }},
+    {"penguin", [](Desk &desk) {
+        for (int i = 0; i < 900 && !(walkerActive && walkerX > 80.0f && walkerX < 320.0f); ++i)
+            desk.wait(200);
+        moveTo(int(walkerX), int(walkerY - walkerSize / 2.0f));
+    }},
     {"checkbox", [](Desk &desk) {
-         const int x = int(hintCheckRect.X) + 5 - hintBox.left, y = int(hintCheckRect.Y) + 5 - hintBox.top;
-         desk.send(hintFloatWindow, WM_LBUTTONDOWN, 0, MAKELPARAM(x, y));
-     }}};
-
-// A word is one of the above or the key of a letter; "Left*500" is held so long, not for 60 ms, and "Alt+F4"
-// with another key; "30..39" are keys by their codes, "10,20" is where the mouse moves to, "25" a pause.
-inline void actWord(std::string word)
-{
-    Desk &desk = *Desk::current;
-    int x = 0, y = 0;
-    unsigned from = 0, to = 0;
-    if (const auto deed = deeds.find(word); deed != deeds.end()) return deed->second(desk);
-    if (const auto message = messages.find(word); message != messages.end())
-        return send(LOWORD(message->second), HIWORD(message->second));
-    if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2) return moveTo(x, y);
-    if (std::sscanf(word.c_str(), "%x..%x", &from, &to) == 2) {
-        for (; from <= to; ++from, desk.wait(600))
-            press(int(from), 60);
-        return;
-    }
-    if (word.size() > 1 && std::isdigit(word[0]) && word[1] != '*') return desk.wait(DWORD(std::stoi(word)));
-    const std::set<int> before = desk.keysDown;
-    for (size_t plus; (plus = word.find('+')) != std::string::npos; word.erase(0, plus + 1))
-        desk.hold(keys.at(word.substr(0, plus)));
-    const size_t star = word.find('*');
-    const std::string key = word.substr(0, star);
-    press(key.size() == 1 ? key[0] : keys.at(key),
-          star > word.size() ? 60 : std::stoi(word.substr(star + 1)));
-    desk.keysDown = before;
-}
+        const int x = int(hintCheckRect.X) + 5 - hintBox.left, y = int(hintCheckRect.Y) + 5 - hintBox.top;
+        desk.send(hintFloatWindow, WM_LBUTTONDOWN, 0, MAKELPARAM(x, y));
+    }}};
+// clang-format on
 
 inline std::vector<std::string> wordsOf(const std::string &text)
 {
@@ -129,8 +100,36 @@ inline std::vector<std::string> wordsOf(const std::string &text)
     return {std::istream_iterator<std::string>(stream), {}};
 }
 
+// A word is one of the above or the key of a letter; "Left*500" is held so long, not for 60 ms, and "Alt+F4"
+// with another key; "30..39" are keys by their codes, "10,20" is where the mouse moves to, "25" a pause.
 inline void act(const std::string &words)
 {
-    for (const std::string &word : wordsOf(words))
-        actWord(word);
+    Desk &desk = *Desk::current;
+    for (std::string word : wordsOf(words)) {
+        int x = 0, y = 0;
+        unsigned from = 0, to = 0;
+        if (phrases.contains(word)) {
+            act(phrases.at(word));
+        } else if (deeds.contains(word)) {
+            deeds.at(word)(desk);
+        } else if (messages.contains(word)) {
+            sendInput(LOWORD(messages.at(word)), HIWORD(messages.at(word)));
+        } else if (std::sscanf(word.c_str(), "%d,%d", &x, &y) == 2) {
+            moveTo(x, y);
+        } else if (std::sscanf(word.c_str(), "%x..%x", &from, &to) == 2) {
+            for (; from <= to; ++from, desk.wait(600))
+                press(int(from));
+        } else if (word.size() > 1 && std::isdigit(word[0]) && word[1] != '*') {
+            desk.wait(DWORD(std::stoi(word)));
+        } else {
+            const std::set<int> before = desk.keysDown;
+            for (size_t plus; (plus = word.find('+')) != std::string::npos; word.erase(0, plus + 1))
+                desk.hold(keys.at(word.substr(0, plus)));
+            const size_t star = std::min(word.find('*'), word.size());
+            const std::string key = word.substr(0, star);
+            press(key.size() == 1 ? key[0] : keys.at(key),
+                  star == word.size() ? 60 : std::stoi(word.substr(star + 1)));
+            desk.keysDown = before;
+        }
+    }
 }

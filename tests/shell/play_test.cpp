@@ -2,19 +2,16 @@
 // last call. The record has a line for each input: the clock, the number of calls and their hash.
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "shell/child.h"
 #include "shell/startup.h"
 #include "support/recorded.h"
 
 namespace fs = std::filesystem;
 
-static auto &lines = *new std::string;
-static auto &told =
-    *new std::ofstream;  // a desk begins with all variables as before main, but not with these
+static const fs::path build = ZUBBLY_BUILD;
 
-static void endInput(const std::string &input)
+// "   2.280 s  A 700 5 700                    120 calls  9505A8BE", and all calls go to the story.
+static std::string takeCalls(const std::string &input, std::ofstream &story)
 {
     Desk &desk = *Desk::current;
     std::string calls = desk.text();
@@ -27,38 +24,19 @@ static void endInput(const std::string &input)
     char line[160];
     std::snprintf(line, sizeof line, "%8.3f s  %-72s %6zu calls  %08X\n",
                   double(desk.tick - 1'000'000) / 1000.0, input.c_str(), desk.calls.size(), hash);
-    lines += line;
-    told << "= " << line << calls << std::flush;
+    story << "= " << line << calls << std::flush;
     desk.calls.clear();
+    return line;
 }
 
 // The record is the script as well: who adds an input writes it there, "0 s  Space 500", and records anew.
-static std::vector<std::string> inputsOf(const std::string &name)
-{
-    std::ifstream file(ZUBBLY_TESTS "/shell/recorded.txt");
-    std::vector<std::string> inputs;
-    bool found = false;
-    for (std::string line; std::getline(file, line);) {
-        if (line.starts_with("= ")) found = line == "= " + name;
-        const size_t begin = line.find(" s  ") + 4;
-        const std::string input = line.substr(begin, line.find("  ", begin) - begin);
-        const bool given = input != "start-up" && input != "after the loop";
-        if (found && !line.starts_with("= ") && given) inputs.push_back(input);
-    }
-    return inputs;
-}
-
-static void play(const std::string &name, const std::vector<RECT> &monitors, const std::string &settings)
+static void play(std::ofstream &story, const std::string &name, const std::vector<RECT> &monitors,
+                 const std::string &settings)
 {
     Tablet desk;
-    wchar_t program[260] = {};
-    SYSTEM(GetModuleFileNameW)(nullptr, program, 260);
-    const fs::path tests = fs::path(program).parent_path();
-    desk.programFile = (tests.parent_path() / "Zubbly.exe").wstring();  // the mascot is there
+    desk.programFile = (build / "Zubbly.exe").make_preferred();  // the mascot is there
     desk.monitors = monitors;
-    const fs::path data = desk.folder() / "Roaming" / "norvanta" / "Zubworks" / "Zubbly";
-    fs::create_directories(data);
-    std::ofstream(data / "config.ini") << "[Zubbly]\n" << settings;
+    desk.settings(settings);
     // A typeface that is everywhere; no two have the same sizes of texts.
     REPLACE(GdipCreateFontFamilyFromName, [](const WCHAR *, GpFontCollection *fonts, GpFontFamily **family) {
         return SYSTEM(GdipCreateFontFamilyFromName)(L"Tahoma", fonts, family);
@@ -69,28 +47,31 @@ static void play(const std::string &name, const std::vector<RECT> &monitors, con
         if (fitted) *fitted = length;
         return Ok;
     });
-    if (!told.is_open()) told.open(tests / "story.txt", std::ios::binary);
-    lines.clear();
+    std::string lines;
     desk.play = [&] {
-        endInput("start-up");
-        for (const std::string &input : inputsOf(name)) {
+        lines += takeCalls("start-up", story);
+        for (const std::string &line : recordedLines(name)) {
+            const size_t begin = line.find(" s  ") + 4;
+            const std::string input = line.substr(begin, line.find("  ", begin) - begin);
+            if (input == "start-up" || input == "after the loop") continue;
             act(input);
-            endInput(input);
+            lines += takeCalls(input, story);
         }
     };
     EXPECT_EQ(runApp(nullptr), 0);
-    endInput("after the loop");
+    lines += takeCalls("after the loop", story);
     EXPECT_EQ(leaks(), "1 CreateCompatibleBitmap, 1 CreateCompatibleDC");  // the composite's, to the end
     EXPECT_EQ(Tablet::held(), 0);
-    SCOPED_TRACE("all calls are in " + (tests / "story.txt").string() +
-                 "; tools/story COMMIT shows an earlier commit's beside them");
-    expectRecorded("shell/" + name, lines);
+    SCOPED_TRACE(
+        "all calls are in tests/story.txt; tools/story COMMIT shows an earlier commit's beside them");
+    expectRecorded(name, lines);
 }
 
 TEST(Play, IsTheSameAsEver)
 {
-    play("a play until Alt+F4", {{0, 0, 400, 300}, {-200, 50, 0, 250}},
+    std::ofstream story(build / "tests/story.txt", std::ios::binary);
+    play(story, "shell/a play until Alt+F4", {{0, 0, 400, 300}, {-200, 50, 0, 250}},
          "VolumeClampPercent=50\nAutoSaveIntervalSeconds=60\n");
-    play("a play that the session ends", {{100, 50, 500, 350}}, "BlockSystemShortcuts=0\n");
-    play("a play whose loop ends", {{0, 0, 1300, 90}}, "SoundEnabled=0\nShowExitHint=0\n");
+    play(story, "shell/a play that the session ends", {{100, 50, 500, 350}}, "BlockSystemShortcuts=0\n");
+    play(story, "shell/a play whose loop ends", {{0, 0, 1300, 90}}, "SoundEnabled=0\nShowExitHint=0\n");
 }

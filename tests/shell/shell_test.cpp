@@ -42,7 +42,7 @@ TEST(KeyboardHook, PassesOnWhatCannotBePosted)
     Desk desk(oneMonitor);
     takeLock();
     for (const bool works : {false, true, true}) {
-        const Replaced post("PostMessageW", [works](const Call &) { return works; });
+        REPLACE(PostMessageW, [works] { return BOOL(works); });
         desk.calls.clear();
         const KBDLLHOOKSTRUCT event = {VK_F1, 0, LLKHF_ALTDOWN, 0, 0};
         EXPECT_EQ(desk.hook(HC_ACTION, WM_SYSKEYDOWN, LPARAM(&event)), works);

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <sstream>
 
 #include "settings/language.h"
@@ -20,13 +19,15 @@ static std::string done(Desk &desk)
         "CreateSolidBrush CreateRectRgn CombineRgn SetWindowRgn SetLayeredWindowAttributes FillRect "
         "InvalidateRect GdiFlush UpdateLayeredWindow GetPrivateProfileInt GetPrivateProfileString "
         "SHGetKnownFolderPath CreateDirectory RegisterTouchWindow ImmAssociateContext DefWindowProc "
-        "CoCreateInstance shell volume speech ";
+        "CoCreateInstance shell speech ";
     std::string lines, before;
-    for (const Told &call : desk.calls) {
-        if (findImport("Gdip" + call.name) || left.find(" " + call.name + " ") != std::string::npos) continue;
-        const std::string name = call.text.substr(0, call.text.find(' '));
-        if (name != before) lines += "\n" + call.text;
-        if (name == before && call.text != name) lines += "," + call.text.substr(name.size());
+    for (const auto &[text, numbers] : desk.calls) {
+        const std::string name = text.substr(0, text.find(' '));
+        const bool method = name == "volume" && text.size() == 8;  // levels have two digits
+        if (imports().contains("Gdip" + name) || left.find(" " + name + " ") < left.size() || method)
+            continue;
+        if (name != before) lines += "\n" + text;
+        if (name == before && text != name) lines += "," + text.substr(name.size());
         before = name;
     }
     desk.calls.clear();
@@ -39,14 +40,12 @@ static std::string startUp(const std::string &settings, const std::string &launc
 {
     Tablet desk;
     desk.monitors = twoMonitors;
-    const fs::path data = desk.folder() / "Roaming" / "norvanta" / "Zubworks" / "Zubbly";
-    fs::create_directories(data);
-    std::ofstream(data / "config.ini") << "[Zubbly]\n" << settings << "\n";
-    std::ofstream(data / "exit_hint_launches.txt") << launches;
+    const fs::path counted = desk.settings(settings) / "exit_hint_launches.txt";
+    std::ofstream(counted) << launches;
     std::string text;
     desk.play = [&] {
         std::string count;
-        std::ifstream(data / "exit_hint_launches.txt") >> count;
+        std::ifstream(counted) >> count;
         text = done(desk);
         facts = " to " + count + ", a menu title of " + std::to_string(labels.stampTitle.size()) +
                 (canvasDirty ? ", to be saved\n" : "\n");
@@ -96,8 +95,8 @@ TEST(Lock, HoldsTheOrientationThatIsFound)
             desk.orientation = turned;
             for (const auto change : {takeLock, takeLock, releaseLock, releaseLock})
                 change();
-            for (const Told &call : desk.calls)
-                if (call.name.starts_with("rotation")) held += call.name.substr(8);
+            for (const CallLine &call : desk.callsOf({"rotation"}))
+                held += call.text.substr(8);
         }
         EXPECT_EQ(held, width == 600 ? " 1 9 4 9 4 9 1 9" : " 2 9 2 9 8 9 8 9");
     }

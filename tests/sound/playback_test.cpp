@@ -85,14 +85,15 @@ TEST(Loops, StopEachOtherAndAreTriedAgainOnlyAfterARefusal)
 TEST(Speech, IsOnlySilencedAndNeedsNoEnglishVoice)
 {
     Desk desk({});
-    Object category = {objectMethods, "category", 0, nullptr};
-    Object voice = {objectMethods, "voice", 0, [](int, void **words, void **flags, void **, void **) {
-                        Desk::current->calls.back().text += words ? " words " : " silence ";
-                        Desk::current->calls.back().text += std::to_string(LOWORD(flags));
-                        return int64_t(S_OK);
-                    }};
-    desk.makeObject = [&](REFCLSID id, void **out) {
-        return HRESULT(give(id == CLSID_SpVoice ? voice : category, out));
+    static Object category = {objectMethods, "category"};
+    static Object voice = {objectMethods, "voice", [](Object &, int, const Call &call) {
+                               const bool words = call.get<const wchar_t *>(1);
+                               Desk::current->calls.back().text +=
+                                   (words ? " words " : " silence ") + std::to_string(call.get<DWORD>(2));
+                               return S_OK;
+                           }};
+    desk.makeObject = [](REFCLSID id, void **out) {
+        return give(id == CLSID_SpVoice ? voice : category, out);
     };
     for (const auto call : {createVoice, cutSpeech, releaseVoice, releaseVoice})
         call();

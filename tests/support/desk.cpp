@@ -26,7 +26,18 @@ static Desk &desk()
     return *Desk::current;
 }
 
+template <class T> static BOOL put(T *place, const T &value)
+{
+    *place = value;
+    return TRUE;
+}
+
 // --- What the imports answer while a desk stands.
+static RECT primaryRect()
+{
+    return desk().monitors.empty() ? RECT{} : desk().monitors[desk().primaryMonitor];
+}
+
 static HMONITOR monitorAt(const RECT &rect)
 {
     for (size_t i = 0; i < desk().monitors.size(); ++i) {
@@ -46,7 +57,7 @@ static BOOL takeMessage(MSG &message)
 {
     if (desk().messages.empty()) return FALSE;
     message = desk().messages.front();
-    desk().messages.erase(desk().messages.begin());
+    desk().messages.pop_front();
     return TRUE;
 }
 
@@ -79,10 +90,10 @@ static BOOL place(DeskWindow &window, const POINT *at, const SIZE *size)
     return TRUE;
 }
 
-static void show(DeskWindow &window, bool visible)
+static BOOL show(DeskWindow &window, bool visible)
 {
     if (visible && !window.visible) window.invalid = clientOf(window);
-    window.visible = visible;
+    return std::exchange(window.visible, visible);
 }
 
 static void paintWindow(HWND handle)
@@ -91,14 +102,12 @@ static void paintWindow(HWND handle)
     if (window && window->visible && !IsRectEmpty(&window->invalid)) sendMessage(handle, WM_PAINT, 0, 0);
 }
 
-static auto &windowClasses = *new std::map<std::wstring, WNDPROC>;
-
 static HWND createWindow(DWORD, LPCWSTR name, LPCWSTR, DWORD style, int x, int y, int width, int height,
                          HWND owner)
 {
-    if (!windowClasses.contains(name)) return nullptr;
+    if (!desk().windowClasses.contains(name)) return nullptr;
     const HWND handle = windowHandle(int(desk().windows.size()));
-    desk().windows.push_back({name, windowClasses[name], {x, y, x + width, y + height}, owner});
+    desk().windows.push_back({name, desk().windowClasses[name], {x, y, x + width, y + height}, owner});
     CREATESTRUCTW create = {};
     if (sendMessage(handle, WM_NCCREATE, 0, LPARAM(&create)) == 0 ||
         sendMessage(handle, WM_CREATE, 0, LPARAM(&create)) < 0)
@@ -112,21 +121,19 @@ static HWND createWindow(DWORD, LPCWSTR name, LPCWSTR, DWORD style, int x, int y
 // Those it owns go first, its timers with it; the next window becomes the active one.
 static BOOL destroyWindow(HWND handle)
 {
-    if (!desk().find(handle)) return FALSE;
-    for (size_t i = 0; i < desk().windows.size(); ++i)
-        if (desk().windows[i].exists && desk().windows[i].owner == handle)
-            destroyWindow(windowHandle(int(i)));
-    sendMessage(handle, WM_DESTROY, 0, 0);
     DeskWindow *const window = desk().find(handle);
-    if (!window) return TRUE;
+    if (!window) return FALSE;
+    for (size_t i = 0; i < desk().windows.size(); ++i)
+        if (desk().windows[i].owner == handle) destroyWindow(windowHandle(int(i)));
+    sendMessage(handle, WM_DESTROY, 0, 0);
     window->exists = window->visible = false;
     freeContext(*window);
     std::erase_if(desk().timers, [handle](const auto &timer) { return timer.first.first == handle; });
     if (desk().foreground != handle) return TRUE;
-    desk().foreground = nullptr;
-    for (size_t i = 0; i < desk().windows.size() && !desk().foreground; ++i)
-        if (desk().windows[i].visible) desk().foreground = windowHandle(int(i));
-    if (desk().foreground) sendMessage(desk().foreground, WM_ACTIVATE, WA_ACTIVE, 0);
+    const auto next = std::ranges::find(desk().windows, true, &DeskWindow::visible);
+    const bool none = next == desk().windows.end();
+    desk().foreground = none ? nullptr : windowHandle(int(next - desk().windows.begin()));
+    sendMessage(desk().foreground, WM_ACTIVATE, WA_ACTIVE, 0);
     return TRUE;
 }
 
@@ -142,42 +149,40 @@ static BOOL play(LPCWSTR bytes, HMODULE, DWORD flags)
     return TRUE;
 }
 
+PWSTR taskString(const std::wstring &text)
+{
+    const size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    return static_cast<PWSTR>(std::memcpy(CoTaskMemAlloc(bytes), text.c_str(), bytes));
+}
+
 static HRESULT knownFolder(REFKNOWNFOLDERID id, DWORD, HANDLE, PWSTR *path)
 {
     const char *const other = id == FOLDERID_RoamingAppData ? "Roaming" : "Other";
     const std::wstring folder = desk().folder() / (id == FOLDERID_Pictures ? "Pictures" : other);
     std::filesystem::create_directories(folder);
-    const size_t bytes = (folder.size() + 1) * sizeof(wchar_t);
-    *path = static_cast<PWSTR>(std::memcpy(CoTaskMemAlloc(bytes), folder.c_str(), bytes));
+    *path = taskString(folder);
     return S_OK;
-}
-
-template <class T> static BOOL put(T *place, const T &value)
-{
-    *place = value;
-    return TRUE;
-}
-template <class T> static BOOL putAt(const Call &call, size_t argument, const T &value)
-{
-    return put(call.get<T *>(argument), value);
 }
 
 // While no desk stands, the system answers.
 static void answer(const char *name, const Replacement &replacement)
 {
-    pushReplacement(
-        name, [replacement](const Call &call) { return Desk::current ? replacement(call) : call.passOn(); });
+    if (!imports().contains(name)) return;
+    importOf(name).push(
+        [replacement](const Call &call) { return Desk::current ? replacement(call) : call.passOn(); });
 }
 #define ANSWER(name, ...) answer(#name, REPLACEMENT(name, __VA_ARGS__))
 
 // What acts on a window fails without it.
-static void answerOf(const char *name, auto act)
+template <class Result, class... Others>
+static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
 {
-    answer(name, [act](const Call &call) {
-        DeskWindow *const window = desk().find(call.get<HWND>(0));
-        return window ? (int64_t)act(*window, call) : 0;
+    return std::function([act](HWND handle, Others... others) -> Result {
+        DeskWindow *const window = desk().find(handle);
+        return window ? act(*window, others...) : Result();
     });
 }
+#define ANSWER_OF(name, ...) ANSWER(name, ofWindow(std::function(__VA_ARGS__)))
 
 [[maybe_unused]] static const bool answering = [] {
     // What only succeeds, and whose result is nothing.
@@ -189,13 +194,10 @@ static void answerOf(const char *name, auto act)
                              "CallNextHookEx", "CoInitializeEx", "PostQuitMessage", "CoUninitialize"})
         answer(name, [](const Call &) { return 0; });
 
-    // Clocks. The counter's frequency is what the C library asked for before; a tick of it is 100 ns.
+    // Clocks. A tick of the counter is 100 ns.
     ANSWER(GetTickCount, [] { return desk().tick; });
-    ANSWER(QueryPerformanceCounter, [](LARGE_INTEGER *count) -> BOOL {
-        LARGE_INTEGER frequency = {};
-        QueryPerformanceFrequency(&frequency);
-        return put(&count->QuadPart, desk().steady / (1'000'000'000 / frequency.QuadPart));
-    });
+    ANSWER(QueryPerformanceCounter,
+           [](LARGE_INTEGER *count) { return put(&count->QuadPart, desk().steady / 100); });
     ANSWER(GetLocalTime, [](LPSYSTEMTIME time) { *time = {2026, 5, 1, 4, 10, 30, 15, 0}; });
     ANSWER(SetTimer, [](HWND window, UINT_PTR id, UINT ms) -> UINT_PTR {
         if (!desk().find(window)) reportMisuse("SetTimer without a window");
@@ -209,7 +211,6 @@ static void answerOf(const char *name, auto act)
         RECT all = {};
         for (const RECT &monitor : desk().monitors)
             UnionRect(&all, &all, &monitor);
-        const RECT first = desk().monitors.empty() ? RECT() : desk().monitors[desk().primaryMonitor];
         const VirtualScreen screen = desk().screen.value_or(
             VirtualScreen{all.left, all.top, all.right - all.left, all.bottom - all.top});
         switch (index) {
@@ -218,8 +219,8 @@ static void answerOf(const char *name, auto act)
         case SM_YVIRTUALSCREEN: return screen.top;
         case SM_CXVIRTUALSCREEN: return screen.width;
         case SM_CYVIRTUALSCREEN: return screen.height;
-        case SM_CXSCREEN: return first.right - first.left;
-        default: return first.bottom - first.top;
+        case SM_CXSCREEN: return primaryRect().right - primaryRect().left;
+        default: return primaryRect().bottom - primaryRect().top;
         }
     });
     ANSWER(EnumDisplayMonitors, [](HDC, LPCRECT, MONITORENUMPROC each, LPARAM data) -> BOOL {
@@ -232,7 +233,7 @@ static void answerOf(const char *name, auto act)
         if (flags == MONITOR_DEFAULTTOPRIMARY) return HMONITOR(desk().primaryMonitor + 1);
         return monitorAt({point.x, point.y, point.x + 1, point.y + 1});
     });
-    ANSWER(MonitorFromRect, [](LPCRECT rect) -> HMONITOR { return monitorAt(*rect); });
+    ANSWER(MonitorFromRect, [](LPCRECT rect) { return monitorAt(*rect); });
     ANSWER(GetMonitorInfoW, [](HMONITOR monitor, LPMONITORINFO info) -> BOOL {
         const size_t index = size_t(monitor) - 1;
         if (index >= desk().monitors.size() || info->cbSize < sizeof *info) return FALSE;
@@ -241,67 +242,50 @@ static void answerOf(const char *name, auto act)
         info->dwFlags = index == desk().primaryMonitor ? MONITORINFOF_PRIMARY : 0;
         return TRUE;
     });
-    ANSWER(GetAsyncKeyState, [](int key) -> SHORT {
+    ANSWER(EnumDisplaySettingsW, [](LPCWSTR, DWORD, DEVMODEW *mode) -> BOOL {
+        mode->dmPelsWidth = DWORD(primaryRect().right - primaryRect().left);
+        mode->dmPelsHeight = DWORD(primaryRect().bottom - primaryRect().top);
+        return put(&mode->dmDisplayOrientation, desk().orientation);
+    });
+    ANSWER(GetAsyncKeyState, [](int key) {
         return SHORT((desk().keysDown.contains(key) ? 0x8000 : 0) | int(desk().tapped.erase(key)));
     });
     ANSWER(GetCursorPos, [](LPPOINT point) { return put(point, desk().cursor); });
     ANSWER(GetTouchInputInfo, [](HTOUCHINPUT, UINT count, PTOUCHINPUT touches, int size) -> BOOL {
         if (size != sizeof *touches || desk().touches.empty() || desk().touches.size() != count) return FALSE;
-        std::copy(desk().touches.begin(), desk().touches.end(), touches);
+        std::ranges::copy(desk().touches, touches);
         return TRUE;
     });
     ANSWER(GetMessageExtraInfo, [] { return desk().extraInfo; });
-    ANSWER(EnumDisplaySettingsW, [](LPCWSTR, DWORD, DEVMODEW *mode) -> BOOL {
-        const RECT &rect = desk().monitors.at(desk().primaryMonitor);
-        mode->dmPelsWidth = DWORD(rect.right - rect.left);
-        mode->dmPelsHeight = DWORD(rect.bottom - rect.top);
-        return put(&mode->dmDisplayOrientation, desk().orientation);
-    });
-    // Functions that not every Windows has; others are not the program's.
-    pushReplacement("GetProcAddress", [](const Call &call) -> int64_t {
-        const char *const name = call.get<const char *>(1);
-        if (!Desk::current || !HIWORD(intptr_t(name)) || !desk().functions.contains(name))
-            return call.passOn();
-        return reinterpret_cast<int64_t>(desk().functions[name]);
-    });
     ANSWER(SetWindowsHookExW, [](int, HOOKPROC hook) { return HHOOK(intptr_t(put(&desk().hook, hook))); });
     ANSWER(UnhookWindowsHookEx, [] { return put(&desk().hook, HOOKPROC()); });
 
     // Windows.
-    ANSWER(RegisterClassExW, [](const WNDCLASSEXW *made) -> ATOM {
-        return ATOM(put(&windowClasses[made->lpszClassName], made->lpfnWndProc));
+    ANSWER(RegisterClassExW, [](const WNDCLASSEXW *made) {
+        return ATOM(put(&desk().windowClasses[made->lpszClassName], made->lpfnWndProc));
     });
     ANSWER(CreateWindowExW, createWindow);
     ANSWER(DestroyWindow, destroyWindow);
     for (const char *name : {"IsWindow", "EnableWindow", "SetLayeredWindowAttributes"})
-        answerOf(name, [](auto &, auto &) { return TRUE; });
-    answerOf("IsWindowVisible", [](auto &window, auto &) { return window.visible; });
-    answerOf("GetWindowRect", [](auto &window, auto &call) { return putAt(call, 1, window.rect); });
-    answerOf("GetClientRect", [](auto &window, auto &call) { return putAt(call, 1, clientOf(window)); });
-    answerOf("ClientToScreen", [](DeskWindow &window, const Call &call) {
-        POINT *const point = call.get<POINT *>(1);
+        answer(name, [](const Call &call) { return desk().find(call.get<HWND>(0)) != nullptr; });
+    ANSWER_OF(GetWindowRect, [](DeskWindow &window, LPRECT rect) { return put(rect, window.rect); });
+    ANSWER_OF(GetClientRect, [](DeskWindow &window, LPRECT rect) { return put(rect, clientOf(window)); });
+    ANSWER_OF(ClientToScreen, [](DeskWindow &window, LPPOINT point) {
         return put(point, {point->x + window.rect.left, point->y + window.rect.top});
     });
-    answerOf("ShowWindow", [](DeskWindow &window, const Call &call) {
-        const bool before = window.visible;
-        show(window, call.get<int>(1) != SW_HIDE);
-        return before;
-    });
-    answerOf("SetWindowPos", [](DeskWindow &window, const Call &call) {
-        const UINT flags = call.get<UINT>(6);
-        const POINT at = {call.get<int>(2), call.get<int>(3)};
-        const SIZE size = {call.get<int>(4), call.get<int>(5)};
-        place(window, flags & SWP_NOMOVE ? nullptr : &at, flags & SWP_NOSIZE ? nullptr : &size);
-        if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) window.visible = (flags & SWP_SHOWWINDOW) != 0;
-        return TRUE;
-    });
-    answerOf("UpdateLayeredWindow", [](DeskWindow &window, const Call &call) {
-        return place(window, call.get<POINT *>(2), call.get<SIZE *>(3));
-    });
-    answerOf("SetWindowRgn", [](DeskWindow &, const Call &call) {
-        forgetObject(call.get<HRGN>(1));
-        SYSTEM(DeleteObject)(call.get<HRGN>(1));
-        return TRUE;
+    ANSWER_OF(ShowWindow, [](DeskWindow &window, int how) { return show(window, how != SW_HIDE); });
+    ANSWER_OF(
+        SetWindowPos, [](DeskWindow &window, HWND, int x, int y, int width, int height, UINT flags) -> BOOL {
+            const POINT at = {x, y};
+            const SIZE size = {width, height};
+            if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) window.visible = flags & SWP_SHOWWINDOW;
+            return place(window, flags & SWP_NOMOVE ? nullptr : &at, flags & SWP_NOSIZE ? nullptr : &size);
+        });
+    ANSWER_OF(UpdateLayeredWindow,
+              [](DeskWindow &window, HDC, POINT *at, SIZE *size) { return place(window, at, size); });
+    ANSWER_OF(SetWindowRgn, [](DeskWindow &, HRGN region) {
+        desk().objects.erase(region);
+        return SYSTEM(DeleteObject)(region);
     });
     ANSWER(InvalidateRect, [](HWND handle, const RECT *part, BOOL erase) -> BOOL {
         DeskWindow *const window = desk().find(handle);
@@ -313,17 +297,15 @@ static void answerOf(const char *name, auto act)
         return TRUE;
     });
     ANSWER(UpdateWindow, [](HWND handle) { return paintWindow(handle), TRUE; });
-    ANSWER(GetDC, [](HWND handle) -> HDC {
+    ANSWER(GetDC, [](HWND handle) {
         DeskWindow *const window = desk().find(handle);
         return window ? contextOf(*window) : SYSTEM(GetDC)(nullptr);
     });
-    ANSWER(ReleaseDC, [](HWND handle, HDC dc) -> int {
-        return desk().find(handle) ? 1 : SYSTEM(ReleaseDC)(nullptr, dc);
-    });
-    answerOf("BeginPaint", [](DeskWindow &window, const Call &call) {
-        PAINTSTRUCT &paint = *call.get<PAINTSTRUCT *>(1);
-        paint.rcPaint = std::exchange(window.invalid, RECT{});
-        return paint.hdc = contextOf(window);
+    ANSWER(ReleaseDC,
+           [](HWND handle, HDC dc) { return desk().find(handle) ? 1 : SYSTEM(ReleaseDC)(nullptr, dc); });
+    ANSWER_OF(BeginPaint, [](DeskWindow &window, LPPAINTSTRUCT paint) {
+        paint->rcPaint = std::exchange(window.invalid, RECT{});
+        return paint->hdc = contextOf(window);
     });
     ANSWER(GetForegroundWindow, [] { return desk().foreground; });
     ANSWER(SetForegroundWindow, [](HWND window) { return put(&desk().foreground, window); });
@@ -333,22 +315,26 @@ static void answerOf(const char *name, auto act)
     });
 
     // Messages.
-    ANSWER(DefWindowProcW, [](HWND, UINT message) -> LRESULT { return message == WM_NCCREATE; });
-    ANSWER(SendMessageW, sendMessage);
+    ANSWER(DefWindowProcW, [](HWND, UINT message) { return LRESULT(message == WM_NCCREATE); });
     ANSWER(PostMessageW, [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> BOOL {
         desk().messages.push_back({window, message, wParam, lParam, desk().tick, {}});
         return TRUE;
     });
-    ANSWER(GetMessageW, [](LPMSG message) -> BOOL {
+    ANSWER(GetMessageW, [](LPMSG message) {
         if (const auto play = std::exchange(desk().play, nullptr)) play();
         return takeMessage(*message);
     });
-    ANSWER(DispatchMessageW, [](const MSG *message) -> LRESULT {
-        return sendMessage(message->hwnd, message->message, message->wParam, message->lParam);
+    ANSWER(DispatchMessageW, [](const MSG *message) {
+        return LRESULT(sendMessage(message->hwnd, message->message, message->wParam, message->lParam));
     });
 
-    // The rest of the system.
+    // The rest of the system. Of the functions that not every Windows has, others are not the program's.
     ANSWER(PlaySoundW, play);
+    answer("GetProcAddress", [](const Call &call) {
+        const char *const name = call.get<const char *>(1);
+        if (!HIWORD(intptr_t(name)) || !desk().functions.contains(name)) return call.passOn();
+        return int64_t(reinterpret_cast<intptr_t>(desk().functions[name]));
+    });
     ANSWER(SystemParametersInfoW, [](UINT action, UINT, PVOID value) -> BOOL {
         const std::set<UINT> questions = {SPI_GETSTICKYKEYS, SPI_GETTOGGLEKEYS, SPI_GETFILTERKEYS,
                                           SPI_GETMOUSEKEYS, SPI_GETHIGHCONTRAST};
@@ -360,19 +346,19 @@ static void answerOf(const char *name, auto act)
         return desk().makeObject ? desk().makeObject(id, object) : REGDB_E_CLASSNOTREG;
     });
     ANSWER(SetClipboardData, [](UINT, HANDLE data) {
-        forgetObject(data);
+        desk().objects.erase(data);
         SYSTEM(DeleteObject)(desk().clipboard);
         return desk().clipboard = data;
     });
     ANSWER(GetUserDefaultUILanguage, [] { return desk().uiLanguage; });
     ANSWER(SHGetKnownFolderPath, knownFolder);
-    ANSWER(GetEnvironmentVariableW, [](LPCWSTR name, LPWSTR text, DWORD size) -> DWORD {
+    ANSWER(GetEnvironmentVariableW, [](LPCWSTR name, LPWSTR text, DWORD size) {
         const std::wstring value = desk().environment[name];
         lstrcpynW(text, value.c_str(), int(size));
         return DWORD(value.size() < size ? value.size() : value.size() + 1);
     });
-    pushReplacement("GetModuleFileNameW", [](const Call &call) -> int64_t {
-        if (!Desk::current || desk().programFile.empty()) return call.passOn();
+    answer("GetModuleFileNameW", [](const Call &call) {
+        if (desk().programFile.empty()) return call.passOn();
         lstrcpynW(call.get<LPWSTR>(1), desk().programFile.c_str(), call.get<int>(2));
         return std::min(int64_t(desk().programFile.size()), int64_t(call.get<DWORD>(2)));
     });
@@ -396,7 +382,8 @@ Desk::Desk(const std::vector<RECT> &all, MarkColor background) : monitors(all)
     if (current) reportMisuse("two desks at once");
     resetProgram();
     current = this;
-    telling = false;
+    std::filesystem::remove_all(folder());  // of a process that was ended and had the same number
+    std::filesystem::create_directories(folder());
     windowClasses = {{L"ZubblyWindow", windowProc}};
     HBRUSH brush = CreateSolidBrush(background);
     for (RECT monitor : all) {
@@ -412,14 +399,13 @@ Desk::Desk(const std::vector<RECT> &all, MarkColor background) : monitors(all)
     soundRng.seed(8);
     clipRng.seed(9);
     canvasDirty = false;
-    forgetObjects();
-    tellCalls(true);
-    telling = true;
+    objects.clear();
+    recording = true;
 }
 
 Desk::~Desk()
 {
-    tellCalls(false);
+    recording = false;
     for (MonitorSurface &surface : surfaces)
         freeSurfaceBuffers(surface);
     surfaces.clear();
@@ -427,18 +413,13 @@ Desk::~Desk()
         freeContext(window);
     SYSTEM(DeleteObject)(clipboard);
     std::error_code ignored;
-    if (!ownFolder.empty()) std::filesystem::remove_all(ownFolder, ignored);
+    std::filesystem::remove_all(folder(), ignored);
     current = nullptr;
 }
 
-const std::filesystem::path &Desk::folder()
+std::filesystem::path Desk::folder()
 {
-    if (!ownFolder.empty()) return ownFolder;
-    ownFolder = std::filesystem::temp_directory_path() / ("zubbly" + std::to_string(GetCurrentProcessId()));
-    std::error_code ignored;
-    std::filesystem::remove_all(ownFolder, ignored);  // of a process that was ended and had the same number
-    std::filesystem::create_directories(ownFolder);
-    return ownFolder;
+    return std::filesystem::temp_directory_path() / ("zubbly" + std::to_string(GetCurrentProcessId()));
 }
 
 DeskWindow *Desk::find(HWND window)
@@ -487,24 +468,24 @@ void Desk::hold(int key)
     if (keysDown.insert(key).second) tapped.insert(key);
 }
 
-int Desk::count(const std::string &start) const
+std::vector<CallLine> Desk::callsOf(const std::vector<std::string> &starts) const
 {
-    return int(std::ranges::count_if(calls, [&](const Told &call) { return call.text.starts_with(start); }));
-}
-
-int Desk::first(const std::string &start) const
-{
-    const auto begins = [&](const Told &call) { return call.text.starts_with(start); };
-    const auto found = std::ranges::find_if(calls, begins);
-    return found == calls.end() ? -1 : int(found - calls.begin());
+    std::vector<CallLine> found;
+    for (const CallLine &call : calls)
+        if (std::ranges::any_of(starts, [&call](const auto &start) { return call.text.starts_with(start); }))
+            found.push_back(call);
+    return found;
 }
 
 std::string Desk::text(const std::vector<std::string> &starts) const
 {
     std::string lines;
-    for (const Told &call : calls) {
-        const auto begins = [&](const std::string &start) { return call.text.starts_with(start); };
-        if (starts.empty() || std::ranges::any_of(starts, begins)) lines += call.text + "\n";
-    }
+    for (const CallLine &call : callsOf(starts))
+        lines += call.text + "\n";
     return lines;
+}
+
+void Desk::record(const std::string &line)
+{
+    if (recording) calls.push_back({line});
 }

@@ -3,8 +3,8 @@
 // only the test moves, and all that it does to the system is recorded in `calls`. GDI and GDI+ draw on real
 // bitmaps.
 #include <cstdio>
+#include <deque>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <set>
 
@@ -12,22 +12,20 @@
 #include "support/imports.h"
 
 // A call on one line, e.g. "SetTimer w0 6 210", "FillEllipse c1 E10A0B0C 10 20 30 40" or "DrawLine elsewhere
-// C837322D wide 2.50 caps 222 1 2 3 4": the function without Gdip and W, then its arguments as told.cpp lists
-// them. w0 is the first window that was created, c0 the canvas of the first surface, any other device context
-// is elsewhere; a drawing call has the colour of its brush or pen, the pen's traits, and the path's numbers.
-struct Told {
+// C837322D wide 2.50 caps 222 1 2 3 4": the function without Gdip and W, then its arguments as calls.cpp
+// lists them. w0 is the first window that was created, c0 the canvas of the first surface, any other device
+// context is elsewhere; a drawing call has the colour of its brush or pen, the pen's traits, and the path's
+// numbers.
+struct CallLine {
     std::string text;
-    std::string name;            // without "Gdip"
-    std::vector<float> numbers;  // the plain ones, in order
-    uint32_t argb = 0;           // of the brush or pen
-    int canvas = -1;             // the surface that is drawn on; -1 for everything else
+    int numbers = 0;  // so many arguments are plain ones
 };
 
 struct DeskWindow {
     std::wstring className;
-    WNDPROC proc = nullptr;
-    RECT rect = {};  // virtual-screen coordinates
-    HWND owner = nullptr;
+    WNDPROC proc;
+    RECT rect;  // virtual-screen coordinates
+    HWND owner;
     bool exists = true, visible = false;
     RECT invalid = {};  // client coordinates
     HDC dc = nullptr;   // holds what it shows
@@ -39,10 +37,17 @@ struct DeskTimer {
     int64_t due;  // on the steady clock
 };
 
-struct Desk : private Unique {
+// An object of GDI or GDI+ that the program made.
+struct DeskObject {
+    std::string maker;
+    CallLine looks;
+};
+
+struct Desk {
     // Starts the program's variables, the streams and the clocks anew, and opens a window and a canvas on
     // each monitor.
     explicit Desk(const std::vector<RECT> &monitors, MarkColor background = 0x000000);
+    Desk(const Desk &) = delete;
     ~Desk();
     static inline Desk *current = nullptr;
 
@@ -62,7 +67,7 @@ struct Desk : private Unique {
     LPARAM extraInfo = 0;              // GetMessageExtraInfo
     DWORD orientation = DMDO_DEFAULT;  // of the primary monitor
     std::vector<TOUCHINPUT> touches;   // GetTouchInputInfo fails while this is empty
-    std::vector<MSG> messages;         // posted, or to be handed out by GetMessageW, which then ends the loop
+    std::deque<MSG> messages;          // posted, or to be handed out by GetMessageW, which then ends the loop
     std::function<void()> play;        // GetMessageW does this once before
     DWORD lastError = 0;               // after CreateMutexW
     LANGID uiLanguage = 0x0409;
@@ -74,14 +79,16 @@ struct Desk : private Unique {
     std::function<HRESULT(REFCLSID, void **)> makeObject;  // CoCreateInstance fails while this is empty
 
     // What it did.
-    std::vector<Told> calls;
-    std::vector<DeskWindow> windows;
+    bool recording = false;
+    std::vector<CallLine> calls;
+    std::map<std::wstring, WNDPROC> windowClasses;
+    std::deque<DeskWindow> windows;
     std::map<std::pair<HWND, UINT_PTR>, DeskTimer> timers;  // the running ones
+    std::map<const void *, DeskObject> objects;             // that are not freed
     std::vector<std::pair<const void *, DWORD>> sounds;     // bytes and flags of what the player accepted
     int64_t soundEnd = 0;                                   // on the steady clock
     HANDLE clipboard = nullptr;
     HOOKPROC hook = nullptr;
-    bool telling = true;
 
     void moveClocks(DWORD ms);  // and no timer fires
     void wait(DWORD ms);        // timers fire when they are due
@@ -89,26 +96,28 @@ struct Desk : private Unique {
     void settle();  // delivers what was posted, repaints what is invalid
     void hold(int key);
     void release(int key) { keysDown.erase(key); }
-
-    // A folder that goes with the desk; each known folder of the user is another one inside.
-    const std::filesystem::path &folder();
-    std::filesystem::path ownFolder;
-
     DeskWindow *find(HWND window);  // null if there is none of that handle
 
-    // Calls whose text begins so; the first one's place among calls, -1 if there is none.
-    int count(const std::string &start) const;
-    int first(const std::string &start) const;
-    // The texts of all calls, or of those that begin with one of these, a line each.
-    std::string text(const std::vector<std::string> &starts = {}) const;
+    // A folder that goes with the desk; each known folder of the user is another one inside.
+    static std::filesystem::path folder();
+
+    // The calls whose text begins with one of these, or all; their number, or their texts, a line each.
+    std::vector<CallLine> callsOf(const std::vector<std::string> &starts) const;
+    int count(const std::string &start) const { return int(callsOf({start}).size()); }
+    std::string text(const std::vector<std::string> &starts = {""}) const;
+    void record(const std::string &line);  // unless it is not recording
 };
 
-// Handles of windows begin here, two apart.
+// Handles of windows begin here, two apart. They are named as in recorded calls, e.g. " w0".
 inline constexpr intptr_t firstWindow = 0x5A0000;
 inline HWND windowHandle(int index)
 {
     return HWND(firstWindow + 2 * index);
 }
+std::string windowName(HWND window);
+
+// A text for the program to free.
+PWSTR taskString(const std::wstring &text);
 
 // The second monitor of two lies to the left of the first and lower, at negative x.
 inline const std::vector<RECT> oneMonitor = {{0, 0, 800, 600}};
@@ -125,7 +134,3 @@ std::string leaks();
 inline void (*reportMisuse)(const std::string &what) = [](const std::string &what) {
     std::puts(what.c_str());
 };
-
-void tellCalls(bool on);
-void forgetObjects();                   // what was made so far is no leak
-void forgetObject(const void *object);  // it is the system's from now on

@@ -59,14 +59,12 @@ std::string chosen(int last, std::vector<int> forced, const std::function<std::s
 std::string joined(const std::vector<std::string> &starts)
 {
     std::string line, last;
-    for (const Told &call : Desk::current->calls) {
-        const auto begins = [&](const std::string &start) { return call.text.starts_with(start); };
-        if (std::none_of(starts.begin(), starts.end(), begins)) continue;
+    for (const CallLine &call : Desk::current->callsOf(starts)) {
         size_t at = call.text.size();
-        for (size_t i = 0; i < call.numbers.size(); ++i)
+        for (int i = 0; i < call.numbers; ++i)
             at = call.text.rfind(' ', at - 1);
         const std::string kind = call.text.substr(0, at);
-        line += kind == last && at < call.text.size() ? " |" + call.text.substr(at) : "; " + call.text;
+        line += kind == last && call.numbers > 0 ? " |" + call.text.substr(at) : "; " + call.text;
         last = kind;
     }
     return line;

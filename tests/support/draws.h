@@ -5,8 +5,9 @@
 
 // While it stands, the n-th colour is n times 0x111111. The first integers are as given, the others lie at
 // that share of their range, which moves on by stride with each; the streams stay where they are.
-struct Draws : private Unique {
+struct Draws {
     explicit Draws(double at, std::vector<int> first = {}, double step = 0.0);
+    Draws(const Draws &) = delete;
     ~Draws() { current = nullptr; }
     static inline Draws *current = nullptr;
 

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <set>
 
 #include "shell/base/windows_api.h"
@@ -60,7 +59,7 @@ int64_t callSystem(const void *function, const int64_t *words, const double *flo
 int64_t takeCall(Import *import, const int64_t *words, const double *floats)
 {
     const Call call = {*import, words, floats, import->replacements.size()};
-    if (!import->failing && import->tell) import->tell(call);
+    if (!import->failing && import->record) import->record(call);
     if (!import->failing) return call.passOn();
     ++import->failed;
     static const std::set<std::string> results = {"CoCreateInstance", "CoInitializeEx",
@@ -78,88 +77,77 @@ int64_t Call::passOn() const
     return replacement({import, words, floats, above - 1});
 }
 
-// The imports stay for ever where they are, since the stubs and all that stands replaced know them.
+const void *codeOf(Import &import)
+{
+    static auto *next =
+        static_cast<uint8_t *>(VirtualAlloc(nullptr, 1 << 16, MEM_COMMIT, PAGE_EXECUTE_READWRITE));
+    const Import *const place = &import;
+    const uint8_t moveAndJump[] = {0x49, 0xBB, 0, 0, 0, 0, 0, 0, 0, 0, 0x41, 0xFF, 0x23};
+    std::memcpy(next, moveAndJump, sizeof moveAndJump);
+    std::memcpy(next + 2, &place, sizeof place);
+    return std::exchange(next, next + 16);
+}
+
 static std::map<std::string, Import> &makeImports()
 {
     auto &all = *new std::map<std::string, Import>;
-    std::set<std::string> wanted(programImports().begin(), programImports().end());
-    // What the steady clock asks, and the tests' own calls of the program's windows.
-    wanted.insert({"QueryPerformanceCounter", "SendMessageW", "IsWindowVisible"});
+    const std::set<std::string> wanted = {
+#include "program_imports.inc"
+        "QueryPerformanceCounter"};  // what the steady clock asks
     auto *const base = reinterpret_cast<uint8_t *>(GetModuleHandleW(nullptr));
     const auto *const headers = reinterpret_cast<const IMAGE_NT_HEADERS *>(
         base + reinterpret_cast<const IMAGE_DOS_HEADER *>(base)->e_lfanew);
     const auto &table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
     const auto *dll = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR *>(base + table.VirtualAddress);
-    auto *code = static_cast<uint8_t *>(VirtualAlloc(nullptr, 1 << 18, MEM_COMMIT, PAGE_EXECUTE_READWRITE));
     for (; dll->Name; ++dll) {
         const auto *entry = reinterpret_cast<const uint64_t *>(base + dll->OriginalFirstThunk);
         auto *slot = reinterpret_cast<const void **>(base + dll->FirstThunk);
-        for (; *entry; ++entry, ++slot, code += 16) {
+        for (; *entry; ++entry, ++slot) {
             const std::string name = reinterpret_cast<const IMAGE_IMPORT_BY_NAME *>(base + *entry)->Name;
             if (!wanted.contains(name)) continue;
-            const Import *const import = &(all[name] = {*slot, *slot, name});
-            const uint8_t stub[] = {0x49, 0xBB, 0, 0, 0, 0, 0, 0, 0, 0, 0x41, 0xFF, 0x23};
-            std::memcpy(code, stub, sizeof stub);
-            std::memcpy(code + 2, &import, sizeof import);
             DWORD before = 0;
             VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &before);
-            *slot = code;
+            *slot = codeOf(all[name] = {*slot, *slot, name});
         }
     }
     return all;
 }
 
-const std::vector<std::string> &programImports()
-{
-    static const auto &names = *new std::vector<std::string>{
-#include "program_imports.inc"
-    };
-    return names;
-}
-
-Import *findImport(const std::string &name)
+std::map<std::string, Import> &imports()
 {
     static std::map<std::string, Import> &all = makeImports();
-    const auto found = all.find(name);
-    return found == all.end() ? nullptr : &found->second;
+    return all;
 }
 
 Import &importOf(const std::string &name)
 {
-    if (Import *import = findImport(name)) return *import;
-    std::printf("the program does not import %s\n", name.c_str());
-    std::fflush(stdout);
-    std::abort();
+    if (!imports().contains(name)) {
+        std::printf("the program does not import %s\n", name.c_str());
+        std::fflush(stdout);
+        std::abort();
+    }
+    return imports().at(name);
 }
 
-static void retarget(Import &import)
+void Import::update()
 {
-    const bool handled = import.failing || import.tell || !import.replacements.empty();
-    import.target = handled ? &importHandled : import.system;
+    target = failing || record || !replacements.empty() ? &importHandled : system;
 }
 
-void setTell(Import &import, void (*tell)(const Call &))
+void Import::push(Replacement replacement)
 {
-    import.tell = tell;
-    retarget(import);
+    replacements.push_back(std::move(replacement));
+    update();
 }
 
-void setFailing(Import &import, bool failing)
+void Import::pop()
 {
-    import.failing = failing;
-    retarget(import);
+    replacements.pop_back();
+    update();
 }
 
-void pushReplacement(const std::string &name, Replacement replacement)
+void Import::setFailing(bool fails)
 {
-    Import *const import = findImport(name);
-    if (!import) return;
-    import->replacements.push_back(std::move(replacement));
-    retarget(*import);
-}
-
-void popReplacement(const std::string &name)
-{
-    importOf(name).replacements.pop_back();
-    retarget(importOf(name));
+    failing = fails;
+    update();
 }

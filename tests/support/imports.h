@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <functional>
+#include <map>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -15,13 +16,18 @@ struct Call;
 using Replacement = std::function<int64_t(const Call &)>;
 
 struct Import {
-    const void *target = nullptr;  // what its calls jump to; the code behind the table knows its place
-    const void *system = nullptr;  // the system's own function
+    const void *target;  // what its calls jump to; first, since the code behind the table reads it
+    const void *system;  // the system's own function
     std::string name;
     std::vector<Replacement> replacements = {};  // the last one is asked first
-    void (*tell)(const Call &) = nullptr;        // hears of each call before it is made, unless it fails
+    void (*record)(const Call &) = nullptr;      // hears of each call before it is made, unless it fails
     bool failing = false;
     uint64_t failed = 0;  // so many calls
+
+    void push(Replacement replacement);
+    void pop();
+    void setFailing(bool fails);  // in the way of its kind
+    void update();                // after another change
 };
 
 // A call on its way: its arguments as the calling convention hands them over.
@@ -45,15 +51,12 @@ struct Call {
     int64_t passOn() const;  // to the replacement below, at last to the system
 };
 
-// All that the program's own objects import, by name. Made by the build.
-const std::vector<std::string> &programImports();
-Import *findImport(const std::string &name);  // null if the executable has none of that name
-Import &importOf(const std::string &name);    // ends the process instead
+// What the program's own objects import, by name; the build makes the list. They stay where they are.
+std::map<std::string, Import> &imports();
+Import &importOf(const std::string &name);  // ends the process if the executable has none of that name
 
-void setTell(Import &import, void (*tell)(const Call &));
-void setFailing(Import &import, bool failing);
-void pushReplacement(const std::string &name, Replacement replacement);  // nothing if it is not imported
-void popReplacement(const std::string &name);
+// Code to be called as a function with these replacements, such as a method of a COM object.
+const void *codeOf(Import &import);
 
 // The system's own function, past all that is replaced.
 #define SYSTEM(name) reinterpret_cast<decltype(&::name)>(const_cast<void *>(importOf(#name).system))
@@ -79,23 +82,19 @@ Replacement replacementBy(Imported (*)(All...), std::function<Result(Parameters.
 }
 #define REPLACEMENT(name, ...) replacementBy(decltype (&::name)(), std::function(__VA_ARGS__))
 
-struct Unique {
-    Unique() = default;
-    Unique(const Unique &) = delete;
-    Unique &operator=(const Unique &) = delete;
-};
-
 // REPLACE(GetForegroundWindow, [] { return HWND(); }); replaces it to the end of the scope.
-struct Replaced : private Unique {
-    const std::string name;
-    Replaced(const char *which, Replacement by) : name(which) { pushReplacement(importOf(name).name, by); }
-    ~Replaced() { popReplacement(name); }
+struct Replaced {
+    Import &import;
+    Replaced(const char *name, Replacement by) : import(importOf(name)) { import.push(std::move(by)); }
+    Replaced(const Replaced &) = delete;
+    ~Replaced() { import.pop(); }
 };
 #define REPLACE(name, ...) const Replaced name##Replaced(#name, REPLACEMENT(name, __VA_ARGS__))
 
-// Lets an import fail to the end of the scope, in the way of its kind.
-struct Failing : private Unique {
+// Lets an import fail to the end of the scope.
+struct Failing {
     Import &import;
-    explicit Failing(const char *name) : import(importOf(name)) { setFailing(import, true); }
-    ~Failing() { setFailing(import, false); }
+    explicit Failing(const char *name) : import(importOf(name)) { import.setFailing(true); }
+    Failing(const Failing &) = delete;
+    ~Failing() { import.setFailing(false); }
 };

@@ -1,30 +1,33 @@
 #pragma once
-// COM objects whose methods all succeed. Each call is recorded by its place in the method table: "voice 20".
+// COM objects whose methods succeed unless their answer says otherwise. Each call is recorded by its place in
+// the method table: "voice 20"; argument 0 of a call is the object.
 #include "support/desk.h"
 
 struct Object {
-    const void *const *methods;  // objectMethods
+    const void *const *methods;  // objectMethods; first, where COM looks for it
     const char *name;
-    int references;
-    int64_t (*answer)(int place, void **, void **, void **, void **);  // what a method does besides
+    HRESULT (*answer)(Object &self, int place, const Call &call) = nullptr;
+    int references = 0;
 };
 
-template <int place> int64_t objectMethod(Object *self, void **a, void **b, void **c, void **d)
-{
-    if (place == 1) return ++self->references;
-    if (place == 2) return --self->references;
-    if (Desk::current->telling)
-        Desk::current->calls.push_back({self->name + (" " + std::to_string(place)), self->name, {}});
-    return self->answer ? self->answer(place, a, b, c, d) : S_OK;
-}
-
-inline const void *const *const objectMethods = []<size_t... place>(std::index_sequence<place...>) {
-    static const void *const all[] = {reinterpret_cast<const void *>(objectMethod<int(place)>)...};
-    return all;
-}(std::make_index_sequence<40>());
+inline const void *const *const objectMethods = [] {
+    auto &codes = *new std::vector<const void *>;
+    for (int place = 0; place < 40; ++place) {
+        auto &method = *new Import{};
+        method.push([place](const Call &call) -> int64_t {
+            Object &object = *call.get<Object *>(0);
+            if (place == 1) return ++object.references;
+            if (place == 2) return --object.references;
+            Desk::current->record(object.name + (" " + std::to_string(place)));
+            return object.answer ? object.answer(object, place, call) : S_OK;
+        });
+        codes.push_back(codeOf(method));
+    }
+    return codes.data();
+}();
 
 // Hands an object out as COM does.
-template <class T> int64_t give(Object &object, T **out)
+template <class T> HRESULT give(Object &object, T **out)
 {
     ++object.references;
     *out = reinterpret_cast<T *>(&object);
