@@ -202,7 +202,7 @@ static std::vector<uint32_t> screenOf(const Desk &desk)
     std::vector<uint32_t> pixels(width * height);
     BITMAPINFO info = {};
     info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    const DeskWindow &window = desk.windows[0];
+    const DeskWindow &window = desk.windows.at(primaryWindow());
     GetDIBits(window.dc, window.shown, 0, height, pixels.data(), &info, DIB_RGB_COLORS);
     return pixels;
 }

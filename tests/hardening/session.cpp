@@ -155,8 +155,7 @@ static void expectFlat(const std::string &when, bool settled, int looks)
     for (DWORD i = std::min<DWORD>(GetProcessHeaps(64, heaps), 64); i-- > 0;)
         for (PROCESS_HEAP_ENTRY entry = {}; HeapWalk(heaps[i], &entry);)
             if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
-    const auto windows = std::ranges::count(desk->windows, true, &DeskWindow::exists);
-    const Load at = {size_t(windows), uintptr_t(lowest) / 4, desk->objects.size(), bytes / 1024};
+    const Load at = {desk->windows.size(), uintptr_t(lowest) / 4, desk->objects.size(), bytes / 1024};
     if (!settled) first = at;
     const bool flat =
         at[0] <= first[0] + 4 && at[1] <= first[1] + 4 && at[2] <= first[2] + 4 && at[3] <= first[3] + 1024;
@@ -217,7 +216,7 @@ static void run(int64_t ms)
         red("a second start does something");
     desk->lastError = 0;
     desk->play = play;
-    desk->foreground = windowHandle(int(desk->windows.size()));  // the next window
+    desk->foreground = windowHandle(desk->windowsMade);  // the next window
     const int code = runApp(GetModuleHandleW(nullptr));
     if (!played && !(code == 1 && failing == "EnumDisplayMonitors")) red("it left at once");
     // Without a monitor the process ends at once, and the system undoes the rest.

@@ -50,7 +50,8 @@ static void play(std::ofstream &story, const std::string &name, const std::vecto
     std::string lines;
     desk.play = [&] {
         lines += takeCalls("start-up", story);
-        for (const std::string &line : recordedLines(name)) {
+        std::istringstream script(recordedText(name));
+        for (std::string line; std::getline(script, line);) {
             const size_t begin = line.find(" s  ") + 4;
             const std::string input = line.substr(begin, line.find("  ", begin) - begin);
             if (input == "start-up" || input == "after the loop") continue;

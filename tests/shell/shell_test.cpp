@@ -108,7 +108,7 @@ TEST(LaunchMonitor, IsNamedByTheLauncherInOneFormOnly)
 TEST(CreateSurface, HasTheSizeOfItsClientAreaAndARecordInAnyCase)
 {
     Desk desk({});
-    desk.frame = 16;
+    DeskWindow::frame = 16;
     RECT monitors[] = {{0, 0, 800, 600}, {-640, 100, 0, 580}, {5, 5, 5, 90}, {0, 0, 40, 30}};
     for (size_t i = 0; i < 4; ++i) {
         const Failing fails(i == 0 ? "CreateWindowExW" : i == 3 ? "CreateCompatibleBitmap" : "OpenClipboard");

@@ -67,8 +67,8 @@ static std::string placeOf(HDC dc)
 {
     for (size_t i = 0; dc && i < surfaces.size(); ++i)
         if (surfaces[i].canvasDC == dc) return " c" + std::to_string(i);
-    for (size_t i = 0; dc && i < Desk::current->windows.size(); ++i)
-        if (Desk::current->windows[i].dc == dc) return " w" + std::to_string(i);
+    for (const auto &[handle, window] : Desk::current->windows)
+        if (dc && window.dc == dc) return windowName(handle);
     return " elsewhere";
 }
 

@@ -61,78 +61,61 @@ static BOOL takeMessage(MSG &message)
     return TRUE;
 }
 
-static RECT clientOf(const DeskWindow &window)
-{
-    return {0, 0, window.rect.right - window.rect.left - desk().frame,
-            window.rect.bottom - window.rect.top - desk().frame};
-}
-
-static HDC contextOf(DeskWindow &window)
-{
-    if (window.dc) return window.dc;
-    window.dc = SYSTEM(CreateCompatibleDC)(nullptr);
-    window.shown = CreateBitmap(clientOf(window).right, clientOf(window).bottom, 1, 32, nullptr);
-    SYSTEM(SelectObject)(window.dc, window.shown);
-    return window.dc;
-}
-
-static void freeContext(DeskWindow &window)
-{
-    SYSTEM(DeleteDC)(std::exchange(window.dc, nullptr));
-    SYSTEM(DeleteObject)(std::exchange(window.shown, nullptr));
-}
-
-static BOOL place(DeskWindow &window, const POINT *at, const SIZE *size)
-{
-    RECT &rect = window.rect;
-    if (at) OffsetRect(&rect, at->x - rect.left, at->y - rect.top);
-    if (size) rect = {rect.left, rect.top, rect.left + size->cx, rect.top + size->cy};
-    return TRUE;
-}
-
-static BOOL show(DeskWindow &window, bool visible)
-{
-    if (visible && !window.visible) window.invalid = clientOf(window);
-    return std::exchange(window.visible, visible);
-}
-
 static void paintWindow(HWND handle)
 {
     const DeskWindow *const window = desk().find(handle);
     if (window && window->visible && !IsRectEmpty(&window->invalid)) sendMessage(handle, WM_PAINT, 0, 0);
 }
 
-static HWND createWindow(DWORD, LPCWSTR name, LPCWSTR, DWORD style, int x, int y, int width, int height,
-                         HWND owner)
+HDC DeskWindow::context()
+{
+    if (dc) return dc;
+    dc = SYSTEM(CreateCompatibleDC)(nullptr);
+    shown = CreateBitmap(client().right, client().bottom, 1, 32, nullptr);
+    SYSTEM(SelectObject)(dc, shown);
+    return dc;
+}
+
+BOOL DeskWindow::show(bool on)
+{
+    if (on && !visible) invalid = client();
+    return std::exchange(visible, on);
+}
+
+DeskWindow::~DeskWindow()
+{
+    SYSTEM(DeleteDC)(dc);
+    SYSTEM(DeleteObject)(shown);
+}
+
+static HWND createWindow(DWORD, LPCWSTR name, LPCWSTR, DWORD style, int x, int y, int width, int height)
 {
     if (!desk().windowClasses.contains(name)) return nullptr;
-    const HWND handle = windowHandle(int(desk().windows.size()));
-    desk().windows.push_back({name, desk().windowClasses[name], {x, y, x + width, y + height}, owner});
+    const HWND handle = windowHandle(desk().windowsMade++);
+    DeskWindow &window = desk().windows[handle];
+    window.className = name;
+    window.proc = desk().windowClasses[name];
+    window.rect = {x, y, x + width, y + height};
     CREATESTRUCTW create = {};
     if (sendMessage(handle, WM_NCCREATE, 0, LPARAM(&create)) == 0 ||
         sendMessage(handle, WM_CREATE, 0, LPARAM(&create)) < 0)
         return nullptr;
     if (!(style & WS_VISIBLE)) return handle;
-    show(*desk().find(handle), true);
+    window.show(true);
     sendMessage(handle, WM_SHOWWINDOW, TRUE, 0);
     return handle;
 }
 
-// Those it owns go first, its timers with it; the next window becomes the active one.
+// Its timers go with it, and the next window becomes the active one.
 static BOOL destroyWindow(HWND handle)
 {
-    DeskWindow *const window = desk().find(handle);
-    if (!window) return FALSE;
-    for (size_t i = 0; i < desk().windows.size(); ++i)
-        if (desk().windows[i].owner == handle) destroyWindow(windowHandle(int(i)));
+    if (!desk().find(handle)) return FALSE;
     sendMessage(handle, WM_DESTROY, 0, 0);
-    window->exists = window->visible = false;
-    freeContext(*window);
+    desk().windows.erase(handle);
     std::erase_if(desk().timers, [handle](const auto &timer) { return timer.first.first == handle; });
     if (desk().foreground != handle) return TRUE;
-    const auto next = std::ranges::find(desk().windows, true, &DeskWindow::visible);
-    const bool none = next == desk().windows.end();
-    desk().foreground = none ? nullptr : windowHandle(int(next - desk().windows.begin()));
+    const auto next = std::ranges::find_if(desk().windows, [](auto &other) { return other.second.visible; });
+    desk().foreground = next == desk().windows.end() ? nullptr : next->first;
     sendMessage(desk().foreground, WM_ACTIVATE, WA_ACTIVE, 0);
     return TRUE;
 }
@@ -186,9 +169,10 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
 
 [[maybe_unused]] static const bool answering = [] {
     // What only succeeds, and whose result is nothing.
-    for (const char *name : {"ClipCursor", "RegisterTouchWindow", "CloseTouchInputHandle", "EndPaint",
-                             "ReleaseCapture", "SetProcessDpiAwarenessContext", "AllowSetForegroundWindow",
-                             "OpenClipboard", "EmptyClipboard", "CloseClipboard", "SetThreadExecutionState"})
+    for (const char *name :
+         {"ClipCursor", "RegisterTouchWindow", "CloseTouchInputHandle", "EndPaint", "ReleaseCapture",
+          "SetProcessDpiAwarenessContext", "AllowSetForegroundWindow", "OpenClipboard", "EmptyClipboard",
+          "CloseClipboard", "SetThreadExecutionState", "SetWindowPos", "UpdateLayeredWindow"})
         answer(name, [](const Call &) { return 1; });
     for (const char *name : {"SetActiveWindow", "SetCapture", "TranslateMessage", "ImmAssociateContext",
                              "CallNextHookEx", "CoInitializeEx", "PostQuitMessage", "CoUninitialize"})
@@ -213,15 +197,13 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
             UnionRect(&all, &all, &monitor);
         const VirtualScreen screen = desk().screen.value_or(
             VirtualScreen{all.left, all.top, all.right - all.left, all.bottom - all.top});
-        switch (index) {
-        case SM_SWAPBUTTON: return desk().buttonsSwapped;
-        case SM_XVIRTUALSCREEN: return screen.left;
-        case SM_YVIRTUALSCREEN: return screen.top;
-        case SM_CXVIRTUALSCREEN: return screen.width;
-        case SM_CYVIRTUALSCREEN: return screen.height;
-        case SM_CXSCREEN: return primaryRect().right - primaryRect().left;
-        default: return primaryRect().bottom - primaryRect().top;
-        }
+        const RECT first = primaryRect();
+        const std::map<int, LONG> metrics = {
+            {SM_SWAPBUTTON, desk().buttonsSwapped}, {SM_XVIRTUALSCREEN, screen.left},
+            {SM_YVIRTUALSCREEN, screen.top},        {SM_CXVIRTUALSCREEN, screen.width},
+            {SM_CYVIRTUALSCREEN, screen.height},    {SM_CXSCREEN, first.right - first.left},
+            {SM_CYSCREEN, first.bottom - first.top}};
+        return metrics.at(index);
     });
     ANSWER(EnumDisplayMonitors, [](HDC, LPCRECT, MONITORENUMPROC each, LPARAM data) -> BOOL {
         const std::vector<RECT> all = desk().monitors;
@@ -269,20 +251,11 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
     for (const char *name : {"IsWindow", "EnableWindow", "SetLayeredWindowAttributes"})
         answer(name, [](const Call &call) { return desk().find(call.get<HWND>(0)) != nullptr; });
     ANSWER_OF(GetWindowRect, [](DeskWindow &window, LPRECT rect) { return put(rect, window.rect); });
-    ANSWER_OF(GetClientRect, [](DeskWindow &window, LPRECT rect) { return put(rect, clientOf(window)); });
+    ANSWER_OF(GetClientRect, [](DeskWindow &window, LPRECT rect) { return put(rect, window.client()); });
     ANSWER_OF(ClientToScreen, [](DeskWindow &window, LPPOINT point) {
         return put(point, {point->x + window.rect.left, point->y + window.rect.top});
     });
-    ANSWER_OF(ShowWindow, [](DeskWindow &window, int how) { return show(window, how != SW_HIDE); });
-    ANSWER_OF(
-        SetWindowPos, [](DeskWindow &window, HWND, int x, int y, int width, int height, UINT flags) -> BOOL {
-            const POINT at = {x, y};
-            const SIZE size = {width, height};
-            if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) window.visible = flags & SWP_SHOWWINDOW;
-            return place(window, flags & SWP_NOMOVE ? nullptr : &at, flags & SWP_NOSIZE ? nullptr : &size);
-        });
-    ANSWER_OF(UpdateLayeredWindow,
-              [](DeskWindow &window, HDC, POINT *at, SIZE *size) { return place(window, at, size); });
+    ANSWER_OF(ShowWindow, [](DeskWindow &window, int how) { return window.show(how != SW_HIDE); });
     ANSWER_OF(SetWindowRgn, [](DeskWindow &, HRGN region) {
         desk().objects.erase(region);
         return SYSTEM(DeleteObject)(region);
@@ -291,7 +264,7 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
         DeskWindow *const window = desk().find(handle);
         if (!window || erase) reportMisuse("InvalidateRect without a window, or erasing");
         if (!window) return FALSE;
-        RECT inside = clientOf(*window);
+        RECT inside = window->client();
         if (part) IntersectRect(&inside, &inside, part);
         UnionRect(&window->invalid, &window->invalid, &inside);
         return TRUE;
@@ -299,13 +272,13 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
     ANSWER(UpdateWindow, [](HWND handle) { return paintWindow(handle), TRUE; });
     ANSWER(GetDC, [](HWND handle) {
         DeskWindow *const window = desk().find(handle);
-        return window ? contextOf(*window) : SYSTEM(GetDC)(nullptr);
+        return window ? window->context() : SYSTEM(GetDC)(nullptr);
     });
     ANSWER(ReleaseDC,
            [](HWND handle, HDC dc) { return desk().find(handle) ? 1 : SYSTEM(ReleaseDC)(nullptr, dc); });
     ANSWER_OF(BeginPaint, [](DeskWindow &window, LPPAINTSTRUCT paint) {
         paint->rcPaint = std::exchange(window.invalid, RECT{});
-        return paint->hdc = contextOf(window);
+        return paint->hdc = window.context();
     });
     ANSWER(GetForegroundWindow, [] { return desk().foreground; });
     ANSWER(SetForegroundWindow, [](HWND window) { return put(&desk().foreground, window); });
@@ -347,8 +320,8 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
     });
     ANSWER(SetClipboardData, [](UINT, HANDLE data) {
         desk().objects.erase(data);
-        SYSTEM(DeleteObject)(desk().clipboard);
-        return desk().clipboard = data;
+        SYSTEM(DeleteObject)(data);
+        return data;
     });
     ANSWER(GetUserDefaultUILanguage, [] { return desk().uiLanguage; });
     ANSWER(SHGetKnownFolderPath, knownFolder);
@@ -409,9 +382,6 @@ Desk::~Desk()
     for (MonitorSurface &surface : surfaces)
         freeSurfaceBuffers(surface);
     surfaces.clear();
-    for (DeskWindow &window : windows)
-        freeContext(window);
-    SYSTEM(DeleteObject)(clipboard);
     std::error_code ignored;
     std::filesystem::remove_all(folder(), ignored);
     current = nullptr;
@@ -420,18 +390,6 @@ Desk::~Desk()
 std::filesystem::path Desk::folder()
 {
     return std::filesystem::temp_directory_path() / ("zubbly" + std::to_string(GetCurrentProcessId()));
-}
-
-DeskWindow *Desk::find(HWND window)
-{
-    const size_t index = size_t(intptr_t(window) - firstWindow) / 2;
-    return index < windows.size() && windows[index].exists ? &windows[index] : nullptr;
-}
-
-void Desk::moveClocks(DWORD ms)
-{
-    tick += ms;
-    steady += int64_t(ms) * 1'000'000;
 }
 
 void Desk::wait(DWORD ms)
@@ -459,13 +417,8 @@ void Desk::settle()
 {
     for (MSG message; takeMessage(message);)
         sendMessage(message.hwnd, message.message, message.wParam, message.lParam);
-    for (size_t i = 0; i < windows.size(); ++i)
-        paintWindow(windowHandle(int(i)));
-}
-
-void Desk::hold(int key)
-{
-    if (keysDown.insert(key).second) tapped.insert(key);
+    for (int i = 0; i < windowsMade; ++i)
+        paintWindow(windowHandle(i));
 }
 
 std::vector<CallLine> Desk::callsOf(const std::vector<std::string> &starts) const
@@ -483,9 +436,4 @@ std::string Desk::text(const std::vector<std::string> &starts) const
     for (const CallLine &call : callsOf(starts))
         lines += call.text + "\n";
     return lines;
-}
-
-void Desk::record(const std::string &line)
-{
-    if (recording) calls.push_back({line});
 }

@@ -22,14 +22,21 @@ struct CallLine {
 };
 
 struct DeskWindow {
-    std::wstring className;
-    WNDPROC proc;
-    RECT rect;  // virtual-screen coordinates
-    HWND owner;
-    bool exists = true, visible = false;
+    std::wstring className = {};
+    WNDPROC proc = nullptr;
+    RECT rect = {};  // virtual-screen coordinates
+    bool visible = false;
     RECT invalid = {};  // client coordinates
     HDC dc = nullptr;   // holds what it shows
     HBITMAP shown = nullptr;
+
+    static inline int frame = 0;  // how much smaller than a window its client area is
+    RECT client() const { return {0, 0, rect.right - rect.left - frame, rect.bottom - rect.top - frame}; }
+    HDC context();
+    BOOL show(bool on);  // true if it was visible
+    DeskWindow() = default;
+    DeskWindow(const DeskWindow &) = delete;
+    ~DeskWindow();
 };
 
 struct DeskTimer {
@@ -58,7 +65,6 @@ struct Desk {
     int64_t wallSeconds = 1'777'890'615;  // of the system clock at the beginning, UTC since 1970
     std::vector<RECT> monitors;           // in the order in which the system enumerates them
     size_t primaryMonitor = 0;
-    int frame = 0;                        // how much smaller than a new window its client area is
     std::optional<VirtualScreen> screen;  // the union of the monitors while unset
     std::set<int> keysDown, tapped;       // the second: went down since the program last asked
     POINT cursor = {};
@@ -82,21 +88,24 @@ struct Desk {
     bool recording = false;
     std::vector<CallLine> calls;
     std::map<std::wstring, WNDPROC> windowClasses;
-    std::deque<DeskWindow> windows;
+    std::map<HWND, DeskWindow> windows;
+    int windowsMade = 0;
     std::map<std::pair<HWND, UINT_PTR>, DeskTimer> timers;  // the running ones
     std::map<const void *, DeskObject> objects;             // that are not freed
     std::vector<std::pair<const void *, DWORD>> sounds;     // bytes and flags of what the player accepted
     int64_t soundEnd = 0;                                   // on the steady clock
-    HANDLE clipboard = nullptr;
     HOOKPROC hook = nullptr;
 
-    void moveClocks(DWORD ms);  // and no timer fires
-    void wait(DWORD ms);        // timers fire when they are due
+    void moveClocks(DWORD ms) { tick += ms, steady += int64_t(ms) * 1'000'000; }  // and no timer fires
+    void wait(DWORD ms);  // timers fire when they are due
     LRESULT send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);  // then settles
     void settle();  // delivers what was posted, repaints what is invalid
-    void hold(int key);
+    void hold(int key)
+    {
+        if (keysDown.insert(key).second) tapped.insert(key);
+    }
     void release(int key) { keysDown.erase(key); }
-    DeskWindow *find(HWND window);  // null if there is none of that handle
+    DeskWindow *find(HWND window) { return windows.contains(window) ? &windows[window] : nullptr; }
 
     // A folder that goes with the desk; each known folder of the user is another one inside.
     static std::filesystem::path folder();
@@ -105,7 +114,10 @@ struct Desk {
     std::vector<CallLine> callsOf(const std::vector<std::string> &starts) const;
     int count(const std::string &start) const { return int(callsOf({start}).size()); }
     std::string text(const std::vector<std::string> &starts = {""}) const;
-    void record(const std::string &line);  // unless it is not recording
+    void record(const std::string &line)
+    {
+        if (recording) calls.push_back({line});
+    }
 };
 
 // Handles of windows begin here, two apart. They are named as in recorded calls, e.g. " w0".

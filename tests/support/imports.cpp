@@ -133,21 +133,3 @@ void Import::update()
 {
     target = failing || record || !replacements.empty() ? &importHandled : system;
 }
-
-void Import::push(Replacement replacement)
-{
-    replacements.push_back(std::move(replacement));
-    update();
-}
-
-void Import::pop()
-{
-    replacements.pop_back();
-    update();
-}
-
-void Import::setFailing(bool fails)
-{
-    failing = fails;
-    update();
-}

@@ -24,10 +24,10 @@ struct Import {
     bool failing = false;
     uint64_t failed = 0;  // so many calls
 
-    void push(Replacement replacement);
-    void pop();
-    void setFailing(bool fails);  // in the way of its kind
-    void update();                // after another change
+    void push(Replacement replacement) { replacements.push_back(std::move(replacement)), update(); }
+    void pop() { replacements.pop_back(), update(); }
+    void setFailing(bool fails) { failing = fails, update(); }  // in the way of its kind
+    void update();                                              // after another change
 };
 
 // A call on its way: its arguments as the calling convention hands them over.
