@@ -9,13 +9,13 @@
 #include "support/desk.h"
 
 // How each argument of a call is recorded. Calls that are not listed are recorded without arguments.
-//   f i number   u unsigned   x bits   c colour   d DC   w window   s text   z sound   m image   B brush of
-//   GDI P points of floats with their count   I of integers   q point or size   r RECT   R RectF   a blend F
-//   flags of a record   g Graphics   o brush, pen or path   - nothing
-// The call makes an object if an argument (*) or the result (=) is a new one, which looks like the arguments;
-// it adds to the looks of the object at +: W width, S E J round ends and joins, K caps. It frees the one at
-// !. Behind a "." the call itself is not recorded: it only asks or computes, or what it sets is recorded with
-// the call that uses it.
+//   f i number   u unsigned   x bits   c colour   s text   z sound   m image   F flags of a record   a blend
+//   w window   d DC   B brush of GDI   P points of floats with their count   I of integers   q point or size
+//   r RECT   R RectF   g Graphics   o brush, pen or path   - nothing
+// The call makes an object, which looks like the arguments, if an argument (*) or the result (=) is a new
+// one. It adds to the looks of the object at +: W width, S E J round ends and joins, K caps. It frees that at
+// !. Behind a "." the call itself is not recorded, nor is what begins with Get and is not listed: it only
+// asks or computes, or what it sets is recorded with the call that uses it.
 static const auto &lettersOf = []() -> auto & {
     static auto &letters = *new std::map<std::string, std::string>;
     std::istringstream words(R"(
@@ -49,14 +49,11 @@ static const auto &lettersOf = []() -> auto & {
         GdipCreatePen1 .cW-* GdipDeletePen .! GdipSetPenStartCap .+S GdipSetPenEndCap .+E
         GdipSetPenLineJoin .+J GdipSetPenLineCap197819 .+K GdipCreatePath .-* GdipDeletePath .!
         GdipAddPathArc .+ffffff GdipAddPathBezier .+ffffffff GdipAddPathPolygon .+P GdipMeasureString .
-        GetTickCount . GetFileAttributesW . GetAsyncKeyState . GetSystemMetrics . GetCursorPos .
-        EnumDisplayMonitors . MonitorFromPoint . MonitorFromRect . GetMonitorInfoW . GetClientRect .
-        GetWindowRect . ClientToScreen . IsWindow . IntersectRect . UnionRect . OffsetRect . InflateRect .
-        IsRectEmpty . PtInRect . GetLastError . GetMessageW . DispatchMessageW . TranslateMessage .
-        BeginPaint . EndPaint . GetDC . ReleaseDC . LoadIconW . LoadCursorW . GetModuleHandleW .
-        GetModuleFileNameW . GetProcAddress . GetMessageExtraInfo . EnumDisplaySettingsW . GetStockObject .
-        GetEnvironmentVariableW . GetForegroundWindow . GetCurrentObject . GetLocalTime . CoTaskMemFree .
-        GetTouchInputInfo . QueryPerformanceCounter .)");
+        BeginPaint . ClientToScreen . CoTaskMemFree . DispatchMessageW . EndPaint . EnumDisplayMonitors .
+        EnumDisplaySettingsW . InflateRect . IntersectRect . IsRectEmpty . IsWindow . LoadCursorW .
+        LoadIconW . MonitorFromPoint . MonitorFromRect . OffsetRect . PtInRect . QueryPerformanceCounter .
+        ReleaseDC . TranslateMessage . UnionRect . GetPrivateProfileIntW - GetPrivateProfileStringW -
+        GetUserDefaultUILanguage -)");
     for (std::string name; words >> name;)
         words >> letters[name];
     return letters;
@@ -87,7 +84,7 @@ static std::string quoted(const wchar_t *text)
     char bytes[512] = {};
     WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes, sizeof bytes - 1, nullptr, nullptr);
     std::string line = bytes;
-    for (size_t at; (at = line.find('\n')) != std::string::npos;)
+    for (size_t at; (at = line.find('\n')) < line.size();)
         line.replace(at, 1, "\\n");
     return " \"" + line + "\"";
 }
@@ -120,8 +117,8 @@ static CallLine lineOf(const Call &call, const std::string &letters)
     };
     for (size_t i = 0; i < letters.size(); ++i) {
         const auto *const pointer = call.get<const void *>(i);
-        const auto found = Desk::current->objects.find(pointer);
-        const CallLine looks = found == Desk::current->objects.end() ? CallLine() : found->second.looks;
+        const auto object = Desk::current->objects.find(pointer);
+        const CallLine looks = object == Desk::current->objects.end() ? CallLine() : object->second.looks;
         switch (letters[i]) {
         case 'f': addNumber(call.get<float>(i)); break;
         case 'i': addNumber(call.get<int>(i)); break;
@@ -149,10 +146,7 @@ static CallLine lineOf(const Call &call, const std::string &letters)
         case 'z': line.text += " " + (pointer ? nameOf(pointer) : "nothing"); break;
         case 'm': line.text += nameOfImage(pointer); break;
         case 'g': line.text += looks.text.empty() ? " elsewhere" : looks.text; break;
-        case 'o':
-            line.text += looks.text;
-            line.numbers += looks.numbers;
-            break;
+        case 'o': line.add(looks); break;
         case 'B': {
             LOGBRUSH brush = {};
             GetObjectW(call.get<HBRUSH>(i), sizeof brush, &brush);
@@ -185,18 +179,15 @@ static int64_t watchObjects(const Call &call, const std::string &letters)
     const void *made = letters.ends_with('=') ? reinterpret_cast<const void *>(result) : nullptr;
     if (out < letters.size() && result == Ok) made = *call.get<const void **>(out);
     if (made) objects[made] = {call.import.name, lineOf(call, letters)};
-    if (letters[0] == '+' && objects.contains(first)) {
-        const CallLine more = lineOf(call, letters);
-        objects[first].looks.text += more.text;
-        objects[first].looks.numbers += more.numbers;
-    }
+    if (letters[0] == '+' && objects.contains(first)) objects[first].looks.add(lineOf(call, letters));
     if (letters[0] == '!') objects.erase(first);
     return result;
 }
 
 [[maybe_unused]] static const bool watching = [] {
     for (auto &[name, import] : imports()) {
-        std::string letters = lettersOf.contains(name) ? lettersOf.at(name) : "";
+        const bool listed = lettersOf.contains(name);
+        std::string letters = listed ? lettersOf.at(name) : name.starts_with("Get") ? "." : "";
         const bool quiet = letters.starts_with('.') || !std::isupper(name[0]);
         import.record = quiet ? nullptr : recordCall;
         import.update();

@@ -19,6 +19,8 @@
 struct CallLine {
     std::string text;
     int numbers = 0;  // so many arguments are plain ones
+
+    void add(const CallLine &more) { text += more.text, numbers += more.numbers; }
 };
 
 struct DeskWindow {

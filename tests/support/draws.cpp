@@ -3,12 +3,6 @@
 #include "marks/random.h"
 #include "support/desk.h"
 
-Draws::Draws(double at, std::vector<int> first, double step)
-    : share(at), stride(step), forced(std::move(first))
-{
-    current = this;
-}
-
 int Draws::next(int low, int high)
 {
     ranges.push_back(std::to_string(low) + ".." + std::to_string(high));

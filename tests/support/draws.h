@@ -6,16 +6,19 @@
 // While it stands, the n-th colour is n times 0x111111. The first integers are as given, the others lie at
 // that share of their range, which moves on by stride with each; the streams stay where they are.
 struct Draws {
-    explicit Draws(double at, std::vector<int> first = {}, double step = 0.0);
-    Draws(const Draws &) = delete;
-    ~Draws() { current = nullptr; }
-    static inline Draws *current = nullptr;
-
-    double share, stride;
-    std::vector<int> forced;
+    double share;
+    std::vector<int> forced = {};
+    double stride = 0.0;
     std::vector<std::string> ranges = {};  // since take, e.g. "48..92", "colour 120..245"
     int colors = 0;
 
+    static inline Draws *current = nullptr;
+    Draws(double at, std::vector<int> first = {}, double step = 0.0) : share(at), forced(first), stride(step)
+    {
+        current = this;
+    }
+    Draws(const Draws &) = delete;
+    ~Draws() { current = nullptr; }
     std::string take(size_t skipped = 0, size_t most = 999);  // on one line, e.g. "48..92 colour 50..255 x2"
     int next(int low, int high);
 };
