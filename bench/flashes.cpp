@@ -253,10 +253,7 @@ static void nothing() {}
 int main(int argc, char **argv)
 {
     const int limit = argc > 1 ? std::atoi(argv[1]) : 3;
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    GdiplusStartup(&token, &input, nullptr);
-    keepProgramState();
+    beginDesks();
     std::puts("flashes in the worst second                     length      whole  places   field  over 3 on");
     const FlashCount known = watch("five flashes a second, for comparison", 3, 1, nothing, [](int frame) {
         const RECT all = {0, 0, width, height};

@@ -297,15 +297,7 @@ static const std::map<std::string, void (*)(double)> modes = {
 
 int main(int argc, char **argv)
 {
-    ULONG room = 65536;  // for the filter, where there is no stack left
-    SetThreadStackGuarantee(&room);
-    SetUnhandledExceptionFilter([](EXCEPTION_POINTERS *crash) -> LONG {
-        red("a crash at " + std::to_string(uintptr_t(crash->ExceptionRecord->ExceptionAddress)));
-    });
-    GdiplusStartupInput start;  // so that no run of several takes GDI+ away from the objects that stay
-    ULONG_PTR token = 0;
-    GdiplusStartup(&token, &start, nullptr);
-    keepProgramState();
+    beginDesks();  // GDI+ as well, so that no run of several takes it from the objects that stay
     Tablet here;
     desk = &here;
     here.recording = false;

@@ -69,18 +69,13 @@ TEST(Startup, AsksTheSystemForWhatTheSettingsSay)
 {
     const std::string usual = startUp("", "3");
     std::string table = usual + "when the loop ends\n" + undone + "launches 3" + facts;
-    for (const auto &[setting, launches] : {std::pair{"VolumeClampPercent=49", "3"},
-                                            {"VolumeClampPercent=50", "3"},
-                                            {"SoundEnabled=0", "3"},
-                                            {"BlockSystemShortcuts=0", "3"},
-                                            {"AutoSaveIntervalSeconds=59", "3"},
-                                            {"AutoSaveIntervalSeconds=2147484", "3"},
-                                            {"ShowExitHint=0", "0"},
-                                            {"ShowExitHint=1", "2"},
-                                            {"[UI]\nLanguage=fr", "3"}}) {
-        const std::string row = startUp(setting, launches);
-        table += setting + std::string(", launches ") + launches + facts + linesOnlyIn(usual, row, "  - ") +
-                 linesOnlyIn(row, usual, "  + ");
+    for (const std::string row :
+         {"VolumeClampPercent=49, launches 3", "VolumeClampPercent=50, launches 3",
+          "SoundEnabled=0, launches 3", "BlockSystemShortcuts=0, launches 3",
+          "AutoSaveIntervalSeconds=59, launches 3", "AutoSaveIntervalSeconds=2147484, launches 3",
+          "ShowExitHint=0, launches 0", "ShowExitHint=1, launches 2", "[UI]\nLanguage=fr, launches 3"}) {
+        const std::string other = startUp(row.substr(0, row.find(',')), row.substr(row.size() - 1));
+        table += row + facts + linesOnlyIn(usual, other, "  - ") + linesOnlyIn(other, usual, "  + ");
     }
     expectRecorded("shell/start-up and what settings change", table);
 }

@@ -10,8 +10,19 @@ extern char programStateBegin, programStateEnd;
 }
 static std::string *keptState = nullptr;
 
-void keepProgramState()
+void beginDesks()
 {
+    ULONG room = 65536;  // for the filter, where there is no stack left
+    SetThreadStackGuarantee(&room);
+    SetUnhandledExceptionFilter([](EXCEPTION_POINTERS *crash) -> LONG {
+        reportMisuse("a crash at " + std::to_string(uintptr_t(crash->ExceptionRecord->ExceptionAddress)));
+        std::fflush(stdout);
+        TerminateProcess(GetCurrentProcess(), 70);  // under Wine a crashed program can end with 0
+        return 0;
+    });
+    GdiplusStartupInput input;
+    ULONG_PTR token = 0;
+    GdiplusStartup(&token, &input, nullptr);
     keptState = new std::string;
     keptState->assign(&programStateBegin, &programStateEnd);
 }
@@ -51,14 +62,6 @@ static int64_t sendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 {
     const DeskWindow *const receiver = desk().find(window);
     return receiver && receiver->proc ? receiver->proc(window, message, wParam, lParam) : 0;
-}
-
-static BOOL takeMessage(MSG &message)
-{
-    if (desk().messages.empty()) return FALSE;
-    message = desk().messages.front();
-    desk().messages.pop_front();
-    return TRUE;
 }
 
 static void paintWindow(HWND handle)
@@ -206,10 +209,10 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
         return metrics.at(index);
     });
     ANSWER(EnumDisplayMonitors, [](HDC, LPCRECT, MONITORENUMPROC each, LPARAM data) -> BOOL {
-        const std::vector<RECT> all = desk().monitors;
-        return std::all_of(all.begin(), all.end(), [&, number = 0](RECT rect) mutable {
-            return each(HMONITOR(intptr_t(++number)), nullptr, &rect, data);
-        });
+        intptr_t number = 0;
+        for (RECT rect : desk().monitors)
+            if (!each(HMONITOR(++number), nullptr, &rect, data)) return FALSE;
+        return TRUE;
     });
     ANSWER(MonitorFromPoint, [](POINT point, DWORD flags) -> HMONITOR {
         if (flags == MONITOR_DEFAULTTOPRIMARY) return HMONITOR(desk().primaryMonitor + 1);
@@ -293,20 +296,21 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
         desk().messages.push_back({window, message, wParam, lParam, desk().tick, {}});
         return TRUE;
     });
-    ANSWER(GetMessageW, [](LPMSG message) {
+    ANSWER(GetMessageW, [](LPMSG message) -> BOOL {
         if (const auto play = std::exchange(desk().play, nullptr)) play();
-        return takeMessage(*message);
+        if (desk().messages.empty()) return FALSE;
+        *message = desk().messages.front();
+        desk().messages.pop_front();
+        return TRUE;
     });
     ANSWER(DispatchMessageW, [](const MSG *message) {
         return LRESULT(sendMessage(message->hwnd, message->message, message->wParam, message->lParam));
     });
 
-    // The rest of the system. Of the functions that not every Windows has, others are not the program's.
+    // The rest of the system.
     ANSWER(PlaySoundW, play);
-    answer("GetProcAddress", [](const Call &call) {
-        const char *const name = call.get<const char *>(1);
-        if (!HIWORD(intptr_t(name)) || !desk().functions.contains(name)) return call.passOn();
-        return int64_t(reinterpret_cast<intptr_t>(desk().functions[name]));
+    ANSWER(GetProcAddress, [](HMODULE, LPCSTR name) {
+        return reinterpret_cast<FARPROC>(const_cast<void *>(desk().functions[name]));
     });
     ANSWER(SystemParametersInfoW, [](UINT action, UINT, PVOID value) -> BOOL {
         const std::set<UINT> questions = {SPI_GETSTICKYKEYS, SPI_GETTOGGLEKEYS, SPI_GETFILTERKEYS,
@@ -415,8 +419,11 @@ LRESULT Desk::send(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 void Desk::settle()
 {
-    for (MSG message; takeMessage(message);)
+    while (!messages.empty()) {
+        const MSG message = messages.front();
+        messages.pop_front();
         sendMessage(message.hwnd, message.message, message.wParam, message.lParam);
+    }
     for (int i = 0; i < windowsMade; ++i)
         paintWindow(windowHandle(i));
 }

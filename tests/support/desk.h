@@ -137,8 +137,9 @@ PWSTR taskString(const std::wstring &text);
 inline const std::vector<RECT> oneMonitor = {{0, 0, 800, 600}};
 inline const std::vector<RECT> twoMonitors = {{0, 0, 800, 600}, {-640, 100, 0, 580}};
 
-// The program's variables as they were before main; calls keepProgramState() then.
-void keepProgramState();
+// Before the first desk: starts GDI+, lets a crash be seen, and keeps the program's variables, which
+// resetProgram() puts back.
+void beginDesks();
 void resetProgram();
 
 // GDI+ and GDI objects that were made since the desk was opened and not freed, e.g. "2 GdipCreatePen1".

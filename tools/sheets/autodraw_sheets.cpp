@@ -104,7 +104,7 @@ int main(int argc, char **argv)
 {
     if (argc != 2) return 2;
     const std::wstring folder(argv[1], argv[1] + strlen(argv[1]));
-    openSheets();
+    beginDesks();
     static constexpr std::pair<const wchar_t *, void (*)(POINT)> outlines[] = {
         {L"star", outlineStar},      {L"square", outlineSquare},   {L"diamond", outlineDiamond},
         {L"heart", outlineHeart},    {L"ellipse", outlineEllipse}, {L"triangle", outlineTriangle},

@@ -74,7 +74,7 @@ static const Picture pictures[] = {
 int main(int argc, char **argv)
 {
     if (argc != 2) return 2;
-    openSheets();
+    beginDesks();
     Sheet sheet(12);
     uint32_t seed = 60;
     int cooldown = 0;  // a rainbow stroke rests for some presses, from desk to desk

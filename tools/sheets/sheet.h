@@ -8,15 +8,6 @@
 
 #include "support/desk.h"
 
-// Before everything else.
-inline void openSheets()
-{
-    GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    GdiplusStartup(&token, &input, nullptr);
-    keepProgramState();
-}
-
 inline void seedAll(uint32_t seed)
 {
     markRng.seed(seed);
