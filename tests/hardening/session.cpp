@@ -25,8 +25,7 @@ namespace fs = std::filesystem;
 static Tablet *desk = nullptr;
 static std::string mode, deed;
 static Import *fault = nullptr;  // fails in the whole session, or from later on
-static bool played = false;
-static int wayOut = 0;  // 0 to 2
+static int wayOut = 0;           // 0 to 2
 static std::mt19937 rng;
 static int64_t begin = 0, end = 0;  // of the run, milliseconds
 static std::atomic<uint64_t> steps;
@@ -141,22 +140,20 @@ static void timed(const std::function<void()> &act)
     if (!sound) red("its state is out of range");
 }
 
-// What leaks stays: only a growth since the program had settled that so many looks in a row find counts.
-static void expectFlat(const std::string &when, bool settled, int looks)
+// What leaks stays: only a growth after the settling looks that so many in a row find counts.
+static void expectFlat(const std::string &when, int settling, int looks)
 {
-    using Load = std::array<size_t, 4>;
-    static Load first;
-    static int grown;
-    const HANDLE lowest =
-        CreateEventW(nullptr, FALSE, FALSE, nullptr);  // a new handle is the lowest free one
+    static std::array<size_t, 4> first;
+    static int number = 0, grown = 0;
+    const HANDLE lowest = CreateEventW(nullptr, FALSE, FALSE, nullptr);  // the lowest that is free
     CloseHandle(lowest);
     size_t bytes = 0;
     HANDLE heaps[64];
     for (DWORD i = std::min<DWORD>(GetProcessHeaps(64, heaps), 64); i-- > 0;)
         for (PROCESS_HEAP_ENTRY entry = {}; HeapWalk(heaps[i], &entry);)
             if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
-    const Load at = {desk->windows.size(), uintptr_t(lowest) / 4, desk->objects.size(), bytes / 1024};
-    if (!settled) first = at;
+    const std::array at = {desk->windows.size(), size_t(lowest) / 4, desk->objects.size(), bytes / 1024};
+    if (++number <= settling) first = at;
     const bool flat =
         at[0] <= first[0] + 4 && at[1] <= first[1] + 4 && at[2] <= first[2] + 4 && at[3] <= first[3] + 1024;
     grown = flat ? 0 : grown + 1;
@@ -181,14 +178,13 @@ static void step(size_t number)
     static int64_t minutes = 0;
     if (mode != "day" || (now() - begin) / 60'000 == minutes) return;
     minutes = (now() - begin) / 60'000;
-    expectFlat(minutes % 60 == 1 ? "minute " + std::to_string(minutes) : "", minutes > 1, 3);
+    expectFlat(minutes % 60 == 1 ? "minute " + std::to_string(minutes) : "", 1, 3);
 }
 
 // In the end all works again, so that five Spaces must leave something; then one of the ways out, with the
 // fault.
 static void play()
 {
-    played = true;
     const uint64_t last = mode == "storm" ? steps + 4000 : ~0ull;
     for (size_t number = 0; now() < end && steps < last; ++number)
         step(number);
@@ -206,7 +202,7 @@ static void run(int64_t ms)
 {
     begin = now();
     end = begin + ms;
-    shuttingDown = played = false;
+    shuttingDown = false;
     desk->timers.clear();
     desk->keysDown.clear();
     desk->messages.clear();
@@ -218,7 +214,8 @@ static void run(int64_t ms)
     desk->play = play;
     desk->foreground = windowHandle(desk->windowsMade);  // the next window
     const int code = runApp(GetModuleHandleW(nullptr));
-    if (!played && !(code == 1 && failing == "EnumDisplayMonitors")) red("it left at once");
+    if (std::exchange(desk->play, nullptr) && !(code == 1 && failing == "EnumDisplayMonitors"))
+        red("it left at once");
     // Without a monitor the process ends at once, and the system undoes the rest.
     if (code == 0 && (hookTargetWindow || keyboardHook || speechVoice)) red("left behind");
     letAllWork();
@@ -269,7 +266,7 @@ static void storm(double count)
         if (round == 0 || pick(0, 1)) desk->monitors.push_back({-size(), 10, 0, 10 + size()});
         wayOut = round % 3;
         run(300'000);
-        expectFlat("round " + std::to_string(round), round > 2, 1);
+        expectFlat("round " + std::to_string(round), 3, 1);
     }
 }
 
@@ -322,12 +319,12 @@ int main(int argc, char **argv)
     layOut();
     int failures = mode == "random" ? 5 : 0;
     const Replaced lost("GetMessageW", [&](const Call &call) { return failures-- > 0 ? -1 : call.passOn(); });
-    std::thread([] {  // however slow the machine is: only no progress at all is a hang
+    std::thread watch([] {  // however slow the machine is: only no progress at all is a hang
         for (uint64_t before = ~uint64_t(0); before != steps; Sleep(180'000))
             before = steps;
         red("no progress in three minutes");
-    })
-        .detach();
+    });
+    watch.detach();
     modes.at(mode)(std::atof(argv[argc - 1]));
     std::error_code ignored;
     fs::remove_all(here.folder(), ignored);

@@ -80,7 +80,6 @@ std::string windowName(HWND window)
 static std::string quoted(const wchar_t *text)
 {
     if (!text) return " null";
-    if (!HIWORD(intptr_t(text))) return " atom";
     char bytes[512] = {};
     WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes, sizeof bytes - 1, nullptr, nullptr);
     std::string line = bytes;

@@ -159,17 +159,6 @@ static void answer(const char *name, const Replacement &replacement)
 }
 #define ANSWER(name, ...) answer(#name, REPLACEMENT(name, __VA_ARGS__))
 
-// What acts on a window fails without it.
-template <class Result, class... Others>
-static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
-{
-    return std::function([act](HWND handle, Others... others) -> Result {
-        DeskWindow *const window = desk().find(handle);
-        return window ? act(*window, others...) : Result();
-    });
-}
-#define ANSWER_OF(name, ...) ANSWER(name, ofWindow(std::function(__VA_ARGS__)))
-
 [[maybe_unused]] static const bool answering = [] {
     // What only succeeds, and whose result is nothing.
     for (const char *name :
@@ -253,15 +242,21 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
     ANSWER(DestroyWindow, destroyWindow);
     for (const char *name : {"IsWindow", "EnableWindow", "SetLayeredWindowAttributes"})
         answer(name, [](const Call &call) { return desk().find(call.get<HWND>(0)) != nullptr; });
-    ANSWER_OF(GetWindowRect, [](DeskWindow &window, LPRECT rect) { return put(rect, window.rect); });
-    ANSWER_OF(GetClientRect, [](DeskWindow &window, LPRECT rect) { return put(rect, window.client()); });
-    ANSWER_OF(ClientToScreen, [](DeskWindow &window, LPPOINT point) {
-        return put(point, {point->x + window.rect.left, point->y + window.rect.top});
+    ANSWER(GetWindowRect, [](HWND window, LPRECT rect) -> BOOL {
+        return desk().find(window) && put(rect, desk().find(window)->rect);
     });
-    ANSWER_OF(ShowWindow, [](DeskWindow &window, int how) { return window.show(how != SW_HIDE); });
-    ANSWER_OF(SetWindowRgn, [](DeskWindow &, HRGN region) {
-        desk().objects.erase(region);
-        return SYSTEM(DeleteObject)(region);
+    ANSWER(GetClientRect, [](HWND window, LPRECT rect) -> BOOL {
+        return desk().find(window) && put(rect, desk().find(window)->client());
+    });
+    ANSWER(ClientToScreen, [](HWND window, LPPOINT point) -> BOOL {
+        const RECT rect = desk().find(window) ? desk().find(window)->rect : RECT{};
+        return put(point, {point->x + rect.left, point->y + rect.top});
+    });
+    ANSWER(ShowWindow, [](HWND window, int how) -> BOOL {
+        return desk().find(window) && desk().find(window)->show(how != SW_HIDE);
+    });
+    ANSWER(SetWindowRgn, [](HWND window, HRGN region) -> int {
+        return desk().find(window) && desk().objects.erase(region) && SYSTEM(DeleteObject)(region);
     });
     ANSWER(InvalidateRect, [](HWND handle, const RECT *part, BOOL erase) -> BOOL {
         DeskWindow *const window = desk().find(handle);
@@ -273,15 +268,14 @@ static auto ofWindow(std::function<Result(DeskWindow &, Others...)> act)
         return TRUE;
     });
     ANSWER(UpdateWindow, [](HWND handle) { return paintWindow(handle), TRUE; });
-    ANSWER(GetDC, [](HWND handle) {
-        DeskWindow *const window = desk().find(handle);
-        return window ? window->context() : SYSTEM(GetDC)(nullptr);
+    ANSWER(GetDC, [](HWND window) {
+        return desk().find(window) ? desk().find(window)->context() : SYSTEM(GetDC)(nullptr);
     });
     ANSWER(ReleaseDC,
            [](HWND handle, HDC dc) { return desk().find(handle) ? 1 : SYSTEM(ReleaseDC)(nullptr, dc); });
-    ANSWER_OF(BeginPaint, [](DeskWindow &window, LPPAINTSTRUCT paint) {
-        paint->rcPaint = std::exchange(window.invalid, RECT{});
-        return paint->hdc = window.context();
+    ANSWER(BeginPaint, [](HWND window, LPPAINTSTRUCT paint) {
+        paint->rcPaint = std::exchange(desk().find(window)->invalid, RECT{});
+        return paint->hdc = desk().find(window)->context();
     });
     ANSWER(GetForegroundWindow, [] { return desk().foreground; });
     ANSWER(SetForegroundWindow, [](HWND window) { return put(&desk().foreground, window); });
