@@ -118,7 +118,7 @@ TEST(SaveDialog, SavesTheMomentOfTheKeyAndPutsTheSurfacesBack)
     answered = HRESULT_FROM_WIN32(ERROR_CANCELLED);
     EXPECT_FALSE(showSaveDialog());
     EXPECT_EQ(desk.count("SaveImage"), 1);
-    EXPECT_EQ(dialog.references + item.references, 0);
+    EXPECT_EQ(Object::held, 0);
     EXPECT_EQ(leaks(), "");
 }
 

@@ -62,7 +62,7 @@ static void play(std::ofstream &story, const std::string &name, const std::vecto
     EXPECT_EQ(runApp(nullptr), 0);
     lines += takeCalls("after the loop", story);
     EXPECT_EQ(leaks(), "1 CreateCompatibleBitmap, 1 CreateCompatibleDC");  // the composite's, to the end
-    EXPECT_EQ(Tablet::held(), 0);
+    EXPECT_EQ(Object::held, 0);
     SCOPED_TRACE(
         "all calls are in tests/story.txt; tools/story COMMIT shows an earlier commit's beside them");
     expectRecorded(name, lines);

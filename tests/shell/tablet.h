@@ -8,11 +8,9 @@
 struct Tablet : Desk {
     static inline float level = 0.5f;      // of the master volume
     static inline HRESULT refusal = S_OK;  // what the save dialog and the voice answer
-    static void leaveOpen();               // the save dialog stands open
-    static inline void (*whileSaving)() = leaveOpen;
+    static inline void (*whileSaving)();   // the save dialog stands open
 
     Tablet();
-    static int held();  // references to the objects; the program gives all of them back
     // The folder of the program's own files, which has these settings in it.
     std::filesystem::path settings(const std::string &text);
 };
@@ -83,6 +81,10 @@ inline Object speech = {objectMethods, "speech", speechAnswer};
 inline Tablet::Tablet() : Desk({})
 {
     foreground = windowHandle(0);
+    whileSaving = [] {
+        listener->OnFolderChange(reinterpret_cast<IFileDialog *>(&dialog));
+        current->wait(3000);
+    };
     makeObject = [](REFCLSID id, void **out) {
         if (id == CLSID_TaskbarList) return give(shell, out);
         if (id == __uuidof(MMDeviceEnumerator)) return give(volume, out);
@@ -100,17 +102,6 @@ inline Tablet::Tablet() : Desk({})
     functions = {{"SHGetPropertyStoreForWindow", reinterpret_cast<void *>(openStore)},
                  {"GetDisplayAutoRotationPreferences", reinterpret_cast<void *>(get)},
                  {"SetDisplayAutoRotationPreferences", reinterpret_cast<void *>(set)}};
-}
-
-inline void Tablet::leaveOpen()
-{
-    listener->OnFolderChange(reinterpret_cast<IFileDialog *>(&dialog));
-    current->wait(3000);
-}
-
-inline int Tablet::held()
-{
-    return shell.references + volume.references + item.references + dialog.references + speech.references;
 }
 
 inline std::filesystem::path Tablet::settings(const std::string &text)

@@ -98,5 +98,5 @@ TEST(Speech, IsOnlySilencedAndNeedsNoEnglishVoice)
     for (const auto call : {createVoice, cutSpeech, releaseVoice, releaseVoice})
         call();
     EXPECT_EQ(desk.text({"voice"}), "voice 20 silence 3\nvoice 20 silence 2\n");
-    EXPECT_EQ(voice.references + category.references, 0);
+    EXPECT_EQ(Object::held, 0);
 }

@@ -7,7 +7,7 @@ struct Object {
     const void *const *methods;  // objectMethods; first, where COM looks for it
     const char *name;
     HRESULT (*answer)(Object &self, int place, const Call &call) = nullptr;
-    int references = 0;
+    static inline int held = 0;  // references to all of them; the program gives each one back
 };
 
 inline const void *const *const objectMethods = [] {
@@ -15,9 +15,9 @@ inline const void *const *const objectMethods = [] {
     for (int place = 0; place < 40; ++place) {
         auto &method = *new Import{};
         method.push([place](const Call &call) -> int64_t {
+            if (place == 1) return ++Object::held;
+            if (place == 2) return --Object::held;
             Object &object = *call.get<Object *>(0);
-            if (place == 1) return ++object.references;
-            if (place == 2) return --object.references;
             Desk::current->record(object.name + (" " + std::to_string(place)));
             return object.answer ? object.answer(object, place, call) : S_OK;
         });
@@ -29,7 +29,7 @@ inline const void *const *const objectMethods = [] {
 // Hands an object out as COM does.
 template <class T> HRESULT give(Object &object, T **out)
 {
-    ++object.references;
+    ++Object::held;
     *out = reinterpret_cast<T *>(&object);
     return S_OK;
 }
