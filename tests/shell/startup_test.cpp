@@ -80,6 +80,35 @@ TEST(Startup, AsksTheSystemForWhatTheSettingsSay)
     expectRecorded("shell/start-up and what settings change", table);
 }
 
+TEST(Startup, GivesBackComOnlyIfItWasTheFirstToAskForIt)
+{
+    for (const HRESULT result : {S_OK, S_FALSE}) {
+        Tablet desk;
+        desk.monitors = oneMonitor;
+        const Replaced com("CoInitializeEx", [result](const Call &) { return result; });
+        EXPECT_EQ(runApp(nullptr), 0);
+        EXPECT_EQ(desk.count("CoUninitialize"), result == S_OK);
+    }
+}
+
+TEST(Lock, GivesBackLaterWhatTheSystemRefusedToTake)
+{
+    Tablet desk;
+    desk.monitors = oneMonitor;
+    takeLock();
+    {
+        const Replaced refusing("SystemParametersInfoW", [](const Call &call) {
+            return call.get<UINT>(0) % 2 ? 0 : call.passOn();  // what sets has odd numbers
+        });
+        releaseLock();
+    }
+    for (const int given : {5, 0}) {
+        desk.calls.clear();
+        releaseLock();
+        EXPECT_EQ(desk.count("SystemParametersInfo"), 2 * given);
+    }
+}
+
 TEST(Lock, HoldsTheOrientationThatIsFound)
 {
     for (const int width : {600, 599}) {  // of a screen 600 high
