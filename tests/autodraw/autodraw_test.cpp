@@ -53,11 +53,12 @@ TEST(PenPaths, FollowFromTheirDraws)
 TEST(PenWalk, KeepsItsColourForSoManyStepsAsWereDrawn)
 {
     Desk desk(oneMonitor);
-    const Draws draws(0.5);
+    Draws draws(0.5);
     for (const int left : {6, 5, 4, 3, 2, 1, 0, 6}) {
         autoDrawStep();
         EXPECT_EQ(penColorLife, left);
     }
+    EXPECT_NE(draws.take().find(" 4..10 "), std::string::npos);
 }
 
 TEST(Scenes, FollowFromTheirDraws)

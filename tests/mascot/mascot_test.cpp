@@ -60,7 +60,7 @@ TEST(Frames, AreSoftenedWhereTheirRimIsDarkAndBleedFourPixelsFar)
     Picture picture(15, 5, [&](uint32_t x, uint32_t y) {
         for (const auto &[otherX, otherY, argb] : others)
             if (otherX == x && otherY == y) return argb;
-        return x < 7 ? 0xFF31302F : 0;
+        return x < 7 ? 0xFF313131 : 0;
     });
     std::ostringstream text;
     for (void (*pass)(ImageFrame &) : {softenOutline, bleedColour}) {

@@ -34,6 +34,7 @@ TEST(Menu, IsDrawnWhereItMeetsAMonitorAndGoneBeforeItsActionBegins)
         openMenu({100, 300});  // from -370 to 570
         const std::string all = desk.text({"Fill", "Draw", "CreateFont "});
         const std::string drawn = all.substr(0, all.find("CreateFont", all.find(" w1 ")));
+        EXPECT_EQ(desk.count("FillPath w2"), 0);
         EXPECT_EQ(leaks(), "");
         desk.calls.clear();
         menuClick({x, y});
