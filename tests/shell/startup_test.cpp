@@ -80,13 +80,15 @@ TEST(Startup, AsksTheSystemForWhatTheSettingsSay)
     expectRecorded("shell/start-up and what settings change", table);
 }
 
-TEST(Startup, GivesBackComOnlyIfItWasTheFirstToAskForIt)
+TEST(Startup, HandlesMessagesAndGivesBackComIfItWasTheFirstToAskForIt)
 {
     for (const HRESULT result : {S_OK, S_FALSE}) {
         Tablet desk;
         desk.monitors = oneMonitor;
         const Replaced com("CoInitializeEx", [result](const Call &) { return result; });
+        desk.play = [&desk] { desk.messages.push_back({windowHandle(0), WM_KEYDOWN, VK_LEFT, 0, 0, {}}); };
         EXPECT_EQ(runApp(nullptr), 0);
+        EXPECT_EQ(desk.count("DrawLine c0"), 1);
         EXPECT_EQ(desk.count("CoUninitialize"), result == S_OK);
     }
 }
