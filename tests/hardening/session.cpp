@@ -4,7 +4,7 @@
 //   session.exe random SEED SECONDS              every now and then another one fails or works again
 //   session.exe storm SEED COUNT                 any messages in any order, monitors of any size
 //   session.exe day HOURS                        play and pauses; the tick counter wraps in the middle
-//   session.exe longest                          five minutes at 3840 by 2160: what takes longest to handle
+//   session.exe pictures FOLDER COUNT            so many damaged copies of pictures for the penguin
 #include <atomic>
 #include <random>
 #include <thread>
@@ -13,6 +13,7 @@
 #include "autodraw/pen_paths.h"
 #include "marks/key_reactions.h"
 #include "mascot/fireworks.h"
+#include "mascot/frames.h"
 #include "shell/child.h"
 #include "shell/lockdown.h"
 #include "shell/shutdown.h"
@@ -26,10 +27,10 @@ static Tablet *desk = nullptr;
 static std::string mode, deed;
 static Import *fault = nullptr;  // fails in the whole session, or from later on
 static int wayOut = 0;           // 0 to 2
+static fs::path folderOfPictures;
 static std::mt19937 rng;
 static int64_t begin = 0, end = 0;  // of the run, milliseconds
 static std::atomic<uint64_t> steps;
-static std::map<std::string, double> longest;  // milliseconds for each deed
 
 static int64_t now()
 {
@@ -124,14 +125,9 @@ static void anyMessage()
     desk->moveClocks(DWORD(pick(0, 30)));
 }
 
-// --- What a deed takes and leaves.
-static void timed(const std::function<void()> &act)
+// --- What a deed leaves.
+static void expectInRange()
 {
-    LARGE_INTEGER before, after;
-    SYSTEM(QueryPerformanceCounter)(&before);
-    act();
-    SYSTEM(QueryPerformanceCounter)(&after);
-    longest[deed] = std::max(longest[deed], double(after.QuadPart - before.QuadPart) / 1e4);
     const bool sound = keyMashCount >= 0 && keyMashCount <= 50 && sameKeyCount >= 0 && sameKeyCount <= 6 &&
                        penPathIndex <= penPath.size() && penPath.size() < 20000 &&
                        outlineQueue.size() < 2000 && sparks.size() <= maxSparks && rockets.size() <= 5 &&
@@ -168,12 +164,14 @@ static void expectFlat(const std::string &when, int settling, int looks)
 static void step(size_t number)
 {
     ++steps;
-    timed([&] { mode == "storm" && number > 60 ? anyMessage() : childsPlay(number); });
+    mode == "storm" && number > 60 ? anyMessage() : childsPlay(number);
+    expectInRange();
     int pause = mode == "storm" ? 0 : pick(0, 39) ? pick(20, 400) : 20'000;
     if (mode == "day" && number > 60) pause *= 20;
     for (deed = "timers"; pause > 0 && now() < end; pause -= 16) {
         switchFaults();
-        timed([] { desk->wait(16); });
+        desk->wait(16);
+        expectInRange();
     }
     static int64_t minutes = 0;
     if (mode != "day" || (now() - begin) / 60'000 == minutes) return;
@@ -276,21 +274,42 @@ static void day(double hours)
     run(int64_t(hours * 3'600'000));
 }
 
-static void listLongest(double)
+// Wrong bytes, every third in the head, where sizes and formats stand, or no end.
+static void damage(const fs::path &file)
 {
-    desk->monitors = {{0, 0, 3840, 2160}};
-    run(300'000);
-    std::multimap<double, std::string, std::greater<>> byTime;
-    for (const auto &[what, worst] : longest)
-        byTime.insert({worst, what});
-    byTime.erase(std::next(byTime.begin(), 5), byTime.end());
-    for (const auto &[worst, what] : byTime)
-        std::printf("%7.1f ms  %s\n", worst, what.c_str());
+    const int size = int(fs::file_size(file));
+    std::fstream bytes(file, std::ios::in | std::ios::out | std::ios::binary);
+    for (int i = pick(0, 5); i > 0; --i)
+        bytes.seekp(pick(0, i % 3 == 0 ? 59 : size - 1)).put(char(rng()));
+    bytes.close();
+    if (pick(0, 3) == 0) fs::resize_file(file, uintmax_t(pick(0, size - 1)));
+}
+
+// Wine loses some memory with each picture that it cannot load; undamaged ones have to leave none.
+static void pictures(double count)
+{
+    const std::vector<fs::path> good(fs::directory_iterator(folderOfPictures), {});
+    createSurface(nullptr, nullptr, &desk->monitors[0], 0);
+    GraphicsScope scope(surfaces[0]);
+    for (int left = int(count) + 300; left > 0; --left, ++steps) {
+        const fs::path &source = good[size_t(pick(0, int(good.size()) - 1))];
+        deed = source.string();
+        const fs::path file = desk->folder() / std::to_string(left);  // one that is shown stays open
+        fs::copy_file(source, file);
+        if (left > 300) damage(file);
+        unloadMascotFrames();
+        mainFrame = loadFrameFile(file.wstring()).release();
+        drawFrame(scope, {.x = 50, .y = 100, .alpha = 0.5f, .mirrored = true});
+        if (!HeapValidate(GetProcessHeap(), 0, nullptr)) red("it wrote beside its own memory");
+        if (left > 300) continue;
+        if (!mainFrame) red("an undamaged picture was refused");
+        expectFlat(left == 1 ? "pictures" : "", 100, 3);
+    }
 }
 
 static const std::map<std::string, void (*)(double)> modes = {
     {"list", listCalls}, {"fault", playSeconds}, {"random", playSeconds},
-    {"storm", storm},    {"day", day},           {"longest", listLongest}};
+    {"storm", storm},    {"day", day},           {"pictures", pictures}};
 
 int main(int argc, char **argv)
 {
@@ -303,11 +322,12 @@ int main(int argc, char **argv)
     Tablet::whileSaving = [] {
         static int dialogs = 0;
         ++dialogs;
-        for (int i = 0; i < 10 && dialogs < 3 && mode != "longest" && now() < end; ++i)
+        for (int i = 0; i < 10 && dialogs < 3 && now() < end; ++i)
             step(99);
         --dialogs;
     };
     mode = argc > 1 ? argv[1] : "list";
+    if (argc > 2) folderOfPictures = argv[2];
     const int seed = argc > 2 ? std::atoi(argv[2]) : 0;
     rng.seed(unsigned(seed) + 1);
     markRng.seed(unsigned(seed));
