@@ -53,11 +53,6 @@ clang-tidy                                  clang-tidy
 cppcheck                                    cppcheck
 T
     ;;
-    fuzz) cat <<'T'
-clang++                                     clang
-/usr/share/doc/libclang-rt-dev              libclang-rt-dev
-T
-    ;;
     page) cat <<'T'
 chromium                                    chromium
 T

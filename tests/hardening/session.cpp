@@ -1,10 +1,9 @@
 // The whole program on a desk, from runApp to its last release, under faults, storms and long days.
-//   session.exe list                             the calls that can fail
-//   session.exe fault NAME start|later SECONDS   one fails from the first moment or a third of the time on
-//   session.exe random SEED SECONDS              every now and then another one fails or works again
-//   session.exe storm SEED COUNT                 any messages in any order, monitors of any size
-//   session.exe day HOURS                        play and pauses; the tick counter wraps in the middle
-//   session.exe pictures FOLDER COUNT            so many damaged copies of pictures for the penguin
+//   session.exe faults HALF SECONDS     each call of one half (0 or 1) fails always, then from a third on
+//   session.exe random SEED SECONDS     every now and then another one fails or works again
+//   session.exe storm SEED COUNT        any messages in any order, monitors of any size
+//   session.exe day HOURS               play and pauses; the tick counter wraps in the middle
+//   session.exe pictures FOLDER COUNT   so many damaged copies of pictures for the penguin
 #include <atomic>
 #include <random>
 #include <thread>
@@ -27,10 +26,11 @@ static Tablet *desk = nullptr;
 static std::string mode, deed;
 static Import *fault = nullptr;  // fails in the whole session, or from later on
 static int wayOut = 0;           // 0 to 2
+static int seed = 0;
 static fs::path folderOfPictures;
 static std::mt19937 rng;
-static int64_t begin = 0, end = 0;  // of the run, milliseconds
-static std::atomic<uint64_t> steps;
+static int64_t begin = 0, end = 0;                   // of the run, milliseconds
+static auto &steps = *new std::atomic<uint64_t>(0);  // goes on from one desk to the next
 
 static int64_t now()
 {
@@ -242,17 +242,30 @@ static void layOut()
 }
 
 // --- Modes, with the last argument.
-static void listCalls(double)
+static void open(Tablet &here)
 {
-    for (const auto &[name, import] : imports())
-        if (canFail(name)) std::puts(name.c_str());
+    desk = &here;
+    here.recording = false;
+    here.monitors = {{0, 0, 400, 300}, {-200, 50, 0, 250}};
+    reportMisuse = [](const std::string &what) { red(what); };
+    Tablet::whileSaving = [] {
+        static int dialogs = 0;
+        ++dialogs;
+        for (int i = 0; i < 10 && dialogs < 3 && now() < end; ++i)
+            step(99);
+        --dialogs;
+    };
+    rng.seed(unsigned(seed) + 1);
+    markRng.seed(unsigned(seed));
+    wayOut = seed % 3;
+    layOut();
 }
 
-static void playSeconds(double seconds)
+static void random(double seconds)
 {
-    if (fault && wayOut == 2) fault->setFailing(true);
-    run(int64_t(seconds) * 1000);
-    if (fault) std::printf("%s failed %ju\n", fault->name.c_str(), uintmax_t(fault->failed));
+    int failures = 5;
+    const Replaced lost("GetMessageW", [&](const Call &call) { return failures-- > 0 ? -1 : call.passOn(); });
+    run(int64_t(seconds * 1000));
 }
 
 static void storm(double count)
@@ -307,47 +320,48 @@ static void pictures(double count)
     }
 }
 
-static const std::map<std::string, void (*)(double)> modes = {
-    {"list", listCalls}, {"fault", playSeconds}, {"random", playSeconds},
-    {"storm", storm},    {"day", day},           {"pictures", pictures}};
+// A call that was never made proves nothing. Each run has a desk of its own, which starts all variables anew.
+static void faults(int half, double seconds)
+{
+    int number = 0;
+    for (auto &[name, import] : imports()) {
+        if (!canFail(name) || ++number % 2 != half) continue;
+        for (const int when : {2, 1}) {
+            Tablet here;
+            fault = &import;
+            open(here);
+            wayOut = when;
+            import.setFailing(when == 2);
+            run(int64_t(seconds * 1000));
+            std::printf("%s failed %ju times\n", name.c_str(), uintmax_t(import.failed));
+            if (when == 1 && import.failed == 0) red("it was never called");
+        }
+    }
+}
 
-int main(int argc, char **argv)
+int main(int, char **argv)
 {
     beginDesks();  // GDI+ as well, so that no run of several takes it from the objects that stay
-    Tablet here;
-    desk = &here;
-    here.recording = false;
-    here.monitors = {{0, 0, 400, 300}, {-200, 50, 0, 250}};
-    reportMisuse = [](const std::string &what) { red(what); };
-    Tablet::whileSaving = [] {
-        static int dialogs = 0;
-        ++dialogs;
-        for (int i = 0; i < 10 && dialogs < 3 && now() < end; ++i)
-            step(99);
-        --dialogs;
-    };
-    mode = argc > 1 ? argv[1] : "list";
-    if (argc > 2) folderOfPictures = argv[2];
-    const int seed = argc > 2 ? std::atoi(argv[2]) : 0;
-    rng.seed(unsigned(seed) + 1);
-    markRng.seed(unsigned(seed));
-    wayOut = seed % 3;
-    if (mode == "fault") {
-        fault = &importOf(argv[2]);
-        wayOut = argv[3] == std::string("start") ? 2 : 1;
-    }
-    layOut();
-    int failures = mode == "random" ? 5 : 0;
-    const Replaced lost("GetMessageW", [&](const Call &call) { return failures-- > 0 ? -1 : call.passOn(); });
+    const std::string asked = argv[1];
+    const double amount = std::atof(argv[asked == "day" ? 2 : 3]);
     std::thread watch([] {  // however slow the machine is: only no progress at all is a hang
         for (uint64_t before = ~uint64_t(0); before != steps; Sleep(180'000))
             before = steps;
         red("no progress in three minutes");
     });
     watch.detach();
-    modes.at(mode)(std::atof(argv[argc - 1]));
-    std::error_code ignored;
-    fs::remove_all(here.folder(), ignored);
+    if (asked == "faults")
+        faults(std::atoi(argv[2]), amount);
+    else {
+        const std::map<std::string, void (*)(double)> modes = {
+            {"random", random}, {"storm", storm}, {"day", day}, {"pictures", pictures}};
+        Tablet here;
+        mode = asked;
+        seed = std::atoi(argv[2]);
+        folderOfPictures = argv[2];
+        open(here);
+        modes.at(mode)(amount);
+    }
     std::fflush(stdout);
     ExitProcess(0);
 }

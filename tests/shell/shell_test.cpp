@@ -86,15 +86,14 @@ TEST(LaunchMonitor, IsNamedByTheLauncherInOneFormOnly)
 {
     Desk desk(twoMonitors);
     const std::wstring named = L"-640,100,0,580", blanks(49, L' ');
-    const std::vector<std::wstring> texts[] = {
-        {L"", L"-640,100,0", L"-640;100;0;580", L"-640,,100,0", L"-640,100,-640,580", L"-640,100,0,100",
-         L"-640,99,0,580", L"5,5,90,90", named + L"x", named + L",", named + L" " + blanks},
-        {named, L"-640,100,9,999", named + L" and more", named + blanks}};
-    for (const size_t second : {0, 1}) {
-        for (const std::wstring &text : texts[second]) {
-            desk.environment[L"ZUB_LAUNCH_MONITOR"] = text;
-            EXPECT_EQ(launchSurface(), &surfaces[second]) << std::string(text.begin(), text.end());
-        }
+    for (const auto &[text, index] : {std::pair{named, 1},
+                                      {named + blanks, 1},
+                                      {named + L" " + blanks, 0},
+                                      {L"-640,100,9,999", 1},
+                                      {L"5,5,90,90", 0},
+                                      {named + L"x", 0}}) {
+        desk.environment[L"ZUB_LAUNCH_MONITOR"] = text;
+        EXPECT_EQ(launchSurface(), &surfaces[size_t(index)]) << std::string(text.begin(), text.end());
     }
     desk.environment.clear();
     desk.primaryMonitor = 1;  // the first monitor enumerated need not be the primary one
