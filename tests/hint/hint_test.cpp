@@ -2,11 +2,9 @@
 
 #include <fstream>
 
-#include "hint/count_file.h"
 #include "hint/fonts.h"
 #include "hint/idle.h"
 #include "hint/panel.h"
-#include "settings/folders.h"
 #include "settings/language.h"
 #include "support/desk.h"
 
@@ -45,10 +43,11 @@ TEST(HintCard, StandsTopCentreWhereItHasRoomAndIsTickedInItsRow)
         chooseLanguage(L"en");
         showHintPanel(primaryWindow(), width, height);
         places += desk.text({"UpdateL"});
+        if (hintPanelClick(200, 110)) places += "with a box there\n";
     }
-    EXPECT_EQ(places, "UpdateLayeredWindow w1 -86 64 36 50 255 x2\n"
+    EXPECT_EQ(places, "UpdateLayeredWindow w1 -86 64 36 50 255 x2\nwith a box there\n"
                       "UpdateLayeredWindow w1 394 64 933 126 255 x2\n"
-                      "UpdateLayeredWindow w1 -86 64 931 126 255 x2\n");
+                      "UpdateLayeredWindow w1 -86 64 931 126 255 x2\nwith a box there\n");
     Desk desk(oneMonitor);
     chooseLanguage(L"en");
     showHintPanel(primaryWindow(), 800, 600);
@@ -75,20 +74,6 @@ TEST(IdleHint, ComesAfterHalfARoundOfTheTickCounterToo)
     EXPECT_FALSE(hintVisible || idleHintWindow || hintOwnerWindow);
 }
 
-TEST(HintCount, IsNothingUnlessTheFileBeginsWithANumber)
-{
-    Desk desk(oneMonitor);
-    writeHintCount(7);
-    EXPECT_EQ(readHintCount(), 7);
-    const std::pair<const char *, int> rows[] = {{"2 or 9", 2},     {"\t\n+0000000000000000002\r\n", 2},
-                                                 {"2147483648", 0}, {"18446744073709551618", 0},
-                                                 {"-5", 0},         {"abc", 0}};
-    for (const auto &[content, count] : rows) {
-        std::ofstream(fs::path(dataDirectory()) / "exit_hint_launches.txt") << content;
-        EXPECT_EQ(readHintCount(), count) << content;
-    }
-}
-
 TEST(HintFonts, LieInTheSharedFolderElseBesideTheProgramAndAreTriedOnce)
 {
     Desk desk(oneMonitor);
@@ -97,6 +82,9 @@ TEST(HintFonts, LieInTheSharedFolderElseBesideTheProgramAndAreTriedOnce)
     fs::create_directories(fonts);
     fs::copy_file("Z:/usr/share/wine/fonts/tahoma.ttf", fonts / "MPLUSRounded1c-Black.ttf");
     std::ofstream(fonts / "MPLUSRounded1c-Regular.ttf") << "no font";
+    REPLACE(GdipCreateFontFamilyFromName, [](const WCHAR *, GpFontCollection *all, GpFontFamily **family) {
+        return SYSTEM(GdipCreateFontFamilyFromName)(L"Tahoma", all, family);
+    });
     EXPECT_EQ(usableHeadingFamily(), &blackFontHolder.family);
     EXPECT_EQ(usableTextFamily(), systemFamily(false)) << "each falls back alone";
     EXPECT_EQ(loadPrivateFamily(regularFontHolder, L"MPLUSRounded1c-Regular.ttf"), nullptr);
@@ -107,6 +95,8 @@ TEST(HintFonts, LieInTheSharedFolderElseBesideTheProgramAndAreTriedOnce)
     hintHeadingFamily->lastStatus = broken.lastStatus;
     EXPECT_EQ(usableHeadingFamily(), nullptr) << "a failed question spoils one showing";
     EXPECT_EQ(usableHeadingFamily(), hintHeadingFamily);
+    const Failing noBold("GdipIsStyleAvailable");
+    EXPECT_EQ(systemFamily(true), systemFamily(false) + 4) << "the last one";
     fs::create_directory(top / "Fonts");
     // The nearest launcher counts.
     for (const char *launcher : {"none.exe", "Zubworks.exe", "toy\\Zubworks.exe"}) {

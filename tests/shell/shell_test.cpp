@@ -108,16 +108,17 @@ TEST(CreateSurface, HasTheSizeOfItsClientAreaAndARecordInAnyCase)
 {
     Desk desk({});
     DeskWindow::frame = 16;
-    RECT monitors[] = {{0, 0, 800, 600}, {-640, 100, 0, 580}, {5, 5, 5, 90}, {0, 0, 40, 30}};
-    for (size_t i = 0; i < 4; ++i) {
-        const Failing fails(i == 0 ? "CreateWindowExW" : i == 3 ? "CreateCompatibleBitmap" : "OpenClipboard");
+    RECT monitors[] = {{0, 0, 800, 600}, {-640, 100, 0, 580}, {5, 5, 5, 90}, {0, 0, 16, 90}, {0, 0, 40, 30}};
+    for (size_t i = 0; i < 5; ++i) {
+        const Failing fails(i == 0 ? "CreateWindowExW" : i == 4 ? "CreateCompatibleBitmap" : "OpenClipboard");
         createSurface(nullptr, nullptr, &monitors[i], 0);
     }
     std::string sizes;
     for (const MonitorSurface &surface : surfaces)
         sizes += std::to_string(surface.width) + " " + std::to_string(surface.height) +
                  (surface.hwnd ? " window" : "") + (surface.canvasDC ? " canvas" : "") + "\n";
-    EXPECT_EQ(sizes, "800 600 canvas\n624 464 window canvas\n0 85 window\n24 14 window\n");
+    EXPECT_EQ(sizes,
+              "800 600 canvas\n624 464 window canvas\n0 85 window\n16 90 window canvas\n24 14 window\n");
     newBackground(true);  // the desk refuses what is done to a null window
     for (MonitorSurface &surface : surfaces)
         for (int twice = 0; twice < 2; ++twice)
