@@ -1,7 +1,6 @@
 // Measures building both sound banks against their calls to the mathematical library alone: the same
 // functions with the same arguments, function by function, in the same run. The linker leads the library's
-// names through
-// __wrap_ functions, which record the arguments once; both sides pay for that detour.
+// names through __wrap_ functions, which record the arguments once; both sides pay for that detour.
 #include <algorithm>
 #include <array>
 #include <cstdio>
