@@ -3,6 +3,7 @@
 // with a canvas behind it. The sound banks are the program's own; synthesis.cpp measures them.
 #include <string>
 
+#include "bare.h"
 #include "marks/gdi_plus.h"
 #include "sound/bank_a.h"
 #include "sound/bank_b.h"
@@ -61,21 +62,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
         loadPicture(std::wstring(folder) + L"\\..\\..\\assets\\penguin\\" + name + L".png");
     for (int i = 0; i < 20; ++i)
         fillSprite();
-    WNDCLASSEXW windowClass = {};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = DefWindowProcW;
-    windowClass.hInstance = instance;
-    windowClass.hbrBackground = HBRUSH(GetStockObject(BLACK_BRUSH));
-    windowClass.lpszClassName = L"BareStart";
-    RegisterClassExW(&windowClass);
-    const int width = GetSystemMetrics(SM_CXSCREEN);
-    const int height = GetSystemMetrics(SM_CYSCREEN);
-    HWND window = CreateWindowExW(WS_EX_TOPMOST, L"BareStart", L"", WS_POPUP | WS_VISIBLE, 0, 0, width,
-                                  height, nullptr, nullptr, instance, nullptr);
-    HDC dc = GetDC(window);
-    CreateCompatibleBitmap(dc, width, height);
-    MSG message = {};
-    while (GetMessageW(&message, nullptr, 0, 0))
-        DispatchMessageW(&message);
-    return 0;
+    HDC dc = GetDC(openBareWindow(instance, DefWindowProcW));
+    CreateCompatibleBitmap(dc, GetDeviceCaps(dc, HORZRES), GetDeviceCaps(dc, VERTRES));
+    return pumpBareMessages();
 }

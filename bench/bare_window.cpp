@@ -1,6 +1,6 @@
 // The least that a program can cost under Wine: one window over the whole screen. When a key or button is
 // released it fills itself at once; during a drag it draws a small square at the pointer.
-#include "shell/base/windows_api.h"
+#include "bare.h"
 
 static void fill(HWND window, const RECT &part)
 {
@@ -40,19 +40,6 @@ static LRESULT CALLBACK bareProc(HWND window, UINT message, WPARAM wParam, LPARA
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
 {
-    WNDCLASSEXW windowClass = {};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = bareProc;
-    windowClass.hInstance = instance;
-    windowClass.hbrBackground = HBRUSH(GetStockObject(BLACK_BRUSH));
-    windowClass.lpszClassName = L"BareWindow";
-    RegisterClassExW(&windowClass);
-    const int width = GetSystemMetrics(SM_CXSCREEN);
-    const int height = GetSystemMetrics(SM_CYSCREEN);
-    CreateWindowExW(WS_EX_TOPMOST, L"BareWindow", L"", WS_POPUP | WS_VISIBLE, 0, 0, width, height, nullptr,
-                    nullptr, instance, nullptr);
-    MSG message = {};
-    while (GetMessageW(&message, nullptr, 0, 0))
-        DispatchMessageW(&message);
-    return 0;
+    openBareWindow(instance, bareProc);
+    return pumpBareMessages();
 }
