@@ -39,6 +39,6 @@ void holdRotation()
 
 void releaseRotation()
 {
-    if (held) findSetPreference()(preferenceBefore);
+    if (SetPreference *set = held ? findSetPreference() : nullptr) set(preferenceBefore);
     held = false;
 }
