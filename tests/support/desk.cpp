@@ -9,6 +9,7 @@ extern "C" {
 extern char programStateBegin, programStateEnd;
 }
 static std::string *keptState = nullptr;
+static int &desks = *new int(0);  // counts on when the variables are put back
 
 void beginDesks()
 {
@@ -352,6 +353,7 @@ Desk::Desk(const std::vector<RECT> &all, MarkColor background) : monitors(all)
 {
     if (current) reportMisuse("two desks at once");
     resetProgram();
+    ++desks;
     current = this;
     std::filesystem::remove_all(folder());  // of a process that was ended and had the same number
     std::filesystem::create_directories(folder());
@@ -387,7 +389,8 @@ Desk::~Desk()
 
 std::filesystem::path Desk::folder()
 {
-    return std::filesystem::temp_directory_path() / ("zubbly" + std::to_string(GetCurrentProcessId()));
+    const std::string name = "zubbly" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(desks);
+    return std::filesystem::temp_directory_path() / name;
 }
 
 void Desk::wait(DWORD ms)
