@@ -43,7 +43,7 @@ TEST(PenPaths, FollowFromTheirDraws)
         Draws draws(0.5, {int(form)}, x > 0 ? 0.0 : 0.618);
         penLastPoint = {x, 300};
         penLastValid = x > 0;
-        if (x < 0) desk.screen = {300, 200, 90, 70};  // smaller than the monitor
+        if (x < 0) desk.screen = {300, 200, 60, 40};  // smaller than the monitor
         newPenPath();
         text += draws.take(0, 60) + shapesOf({penPath}) + "\n";
     }
