@@ -16,8 +16,9 @@ TEST(OpenMenu, KeepsTheRowOnTheVirtualScreen)
     for (const auto &[width, x, y, chance, left, top] : rows) {
         Desk desk(oneMonitor);
         desk.screen = VirtualScreen{-1000, -50, width, 1000};
-        const Draws draws(0.5, {chance});
+        Draws draws(0.5, {chance});
         openMenu({x, y});
+        EXPECT_TRUE(draws.take().starts_with("0..99"));
         EXPECT_TRUE(menuEntries[0].rect.left == left && menuEntries[0].rect.top == top) << x << " " << chance;
     }
 }
