@@ -1,8 +1,8 @@
 #include "mascot/sprites.h"
 
-#include <array>
 #include <cmath>
 #include <cstdint>
+#include <vector>
 
 #include "marks/angles.h"
 #include "mascot/pixels.h"
@@ -43,7 +43,7 @@ struct GlowPixel {
     float heat;  // 0 to 1, towards white
 };
 
-using GlowPixels = std::array<GlowPixel, glowSize * glowSize>;
+using GlowPixels = std::vector<GlowPixel>;  // row by row
 
 // A soft ball of light with a white core. All colours share it, because the roots and powers for each colour
 // would take much of the start-up time.
@@ -56,7 +56,7 @@ static GlowPixels glowPixels()
             const float dy = float(j) - 23.5f;
             const float nearness = std::clamp(1.0f - sqrtf(dx * dx + dy * dy) / 24.0f, 0.0f, 1.0f);
             const int alpha = int(std::clamp(powf(nearness, 1.7f), 0.0f, 1.0f) * 255.0f);
-            pixels[size_t(j * glowSize + i)] = {alpha, std::clamp((nearness - 0.62f) / 0.38f, 0.0f, 1.0f)};
+            pixels.push_back({alpha, std::clamp((nearness - 0.62f) / 0.38f, 0.0f, 1.0f)});
         }
     }
     return pixels;
