@@ -29,8 +29,9 @@ static int wayOut = 0;           // 0 to 2
 static int seed = 0;
 static fs::path folderOfPictures;
 static std::mt19937 rng;
-static int64_t begin = 0, end = 0;                   // of the run, milliseconds
-static auto &steps = *new std::atomic<uint64_t>(0);  // goes on from one desk to the next
+static int64_t begin = 0, end = 0;  // of the run, milliseconds
+static uint64_t steps = 0;
+static auto &progress = *new std::atomic<uint64_t>(0);  // goes on from one desk to the next
 
 static int64_t now()
 {
@@ -163,13 +164,14 @@ static void expectFlat(const std::string &when, int settling, int looks)
 // --- A run of the program.
 static void step(size_t number)
 {
-    ++steps;
+    ++steps, ++progress;
     desk->sounds.clear();  // a day of them would look like a leak
     mode == "storm" && number > 60 ? anyMessage() : childsPlay(number);
     expectInRange();
     int pause = mode == "storm" ? 0 : pick(0, 39) ? pick(20, 400) : 20'000;
     if (mode == "day" && number > 60) pause *= 20;
     for (deed = "timers"; pause > 0 && now() < end; pause -= 16) {
+        ++progress;
         switchFaults();
         desk->wait(16);
         expectInRange();
@@ -305,7 +307,7 @@ static void pictures(double count)
     const std::vector<fs::path> good(fs::directory_iterator(folderOfPictures), {});
     createSurface(nullptr, nullptr, &desk->monitors[0], 0);
     GraphicsScope scope(surfaces[0]);
-    for (int left = int(count) + 300; left > 0; --left, ++steps) {
+    for (int left = int(count) + 300; left > 0; --left, ++steps, ++progress) {
         const fs::path &source = good[size_t(pick(0, int(good.size()) - 1))];
         deed = source.string();
         const fs::path file = desk->folder() / std::to_string(left);  // one that is shown stays open
@@ -346,8 +348,8 @@ int main(int, char **argv)
     const std::string asked = argv[1];
     const double amount = std::atof(argv[asked == "day" ? 2 : 3]);
     std::thread watch([] {  // however slow the machine is: only no progress at all is a hang
-        for (uint64_t before = ~uint64_t(0); before != steps; Sleep(180'000))
-            before = steps;
+        for (uint64_t before = ~uint64_t(0); before != progress; Sleep(180'000))
+            before = progress;
         red("no progress in three minutes");
     });
     watch.detach();
