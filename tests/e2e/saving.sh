@@ -7,13 +7,14 @@ alone  # only the card lies over the canvas
 echo 'int main() { return !PostMessageW(FindWindowW(L"ZubblyWindow", nullptr), WM_TIMER, 10, 0); }' |
     compiled save_now.exe -include windows.h -
 saved=$data/SavedPictures
-kept=$WINEPREFIX/drive_c/users/$(id -un)/Pictures/kept.png
+pictures=$WINEPREFIX/drive_c/users/$(id -un)/Pictures
 trap '' XFSZ  # a write beyond the limit fails, as on a full disk
 
 dialog() { x search --onlyvisible --name '^Save$'; }
 no_dialog() { ! dialog; }
-open_dialog() { x keydown Alt_L key F1 keyup Alt_L && soon 20 dialog || fail "Alt+F1 opens no dialog"; }
-close_dialog() { key "$1" && soon 10 no_dialog || fail "$1 does not close the dialog"; }
+has_keys() { dialog && [ "$(x getwindowfocus)" = "$(dialog)" ]; }
+open_dialog() { x keydown Alt_L key F1 keyup Alt_L && soon 20 has_keys || fail "Alt+F1 opens no dialog"; }
+close_dialog() { soon 20 has_keys && key "$1" && soon 20 no_dialog || fail "$1 does not close the dialog"; }
 card() { picture "$work/now.ppm" && [ "$(colour "$work/now.ppm" 640 30)" != "$(colour "$work/now.ppm" 640 700)" ]; }
 # start TYPEFACE: starts it, and keeps the white letters of the card's heading as a picture.
 start() {
@@ -33,7 +34,7 @@ install -D /usr/share/wine/fonts/tahoma.ttf "$work/alone/Fonts/MPLUSRounded1c-Bl
 start beside
 open_dialog
 close_dialog Escape
-[ -z "$(ls "$(dirname "$kept")")" ] || fail "a cancelled dialog left a file"
+[ -z "$(ls "$pictures")" ] || fail "a cancelled dialog left a file"
 
 # The play goes on while the dialog is open. What it draws is not in the file, nor is the card.
 mark 300 400
@@ -41,15 +42,14 @@ picture "$work/before.ppm"
 convert "$work/before.ppm" -fill "#$(colour "$work/before.ppm" 640 700)" -draw "rectangle 170,10 1110,232" \
     "$work/canvas.png"
 open_dialog
-x key Home key shift+End type kept
 mark 100 700
 under=$(dialog)
 x windowraise "$under" mousemove --window "$under" 200 15 click 1
 close_dialog Return
-is_canvas() { [ "$(differing "$work/canvas.png" "$kept")" = 0 ]; }
-soon 10 is_canvas || fail "the file is not the canvas at the key: $(differing "$work/canvas.png" "$kept") pixels differ"
+is_canvas() { [ "$(differing "$work/canvas.png" "$pictures"/*.png)" = 0 ]; }
+soon 10 is_canvas || fail "the file is not the canvas at the key: $(ls "$pictures")"
 
-for day in {10..19}; do cp "$kept" "$saved/auto-202001$day-000000.png"; done
+for day in {10..19}; do cp "$pictures"/*.png "$saved/auto-202001$day-000000.png"; done
 whole=$(cd "$saved" && sha1sum ./*)
 all_whole() { (cd "$saved" && sha1sum --status -c <<<"$whole"); }
 prlimit --pid "$program" --fsize=1000:
