@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""first_window.py RUNS BARE-WINDOW BARE-START PROGRAM: milliseconds from the start of each program under Wine until its window covers
-the screen. The programs take turns, so that other work on the machine affects all alike."""
+"""first_window.py RUNS BARE-WINDOW BARE-START PROGRAM: milliseconds from the start of each program under Wine until
+its window covers the screen. The programs take turns, so that other work on the machine affects all alike."""
 import os
 import statistics
 import sys

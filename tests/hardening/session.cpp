@@ -244,7 +244,6 @@ static void layOut()
     std::ofstream(roaming / "Zubbly" / "config.ini") << "[Zubbly]\nAutoSaveIntervalSeconds=60\n";
 }
 
-// --- Modes, with the last argument.
 static void open(Tablet &here)
 {
     desk = &here;
@@ -264,6 +263,7 @@ static void open(Tablet &here)
     layOut();
 }
 
+// --- Modes, with the last argument.
 static void random(double seconds)
 {
     int failures = 5;
@@ -328,7 +328,7 @@ static void faults(int half, double seconds)
 {
     int number = 0;
     for (auto &[name, import] : imports()) {
-        if (!canFail(name) || ++number % 2 != half) continue;
+        if (!canFail(name) || ++number % 2 != half % 2) continue;
         for (const int when : {2, 1}) {
             Tablet here;
             fault = &import;
